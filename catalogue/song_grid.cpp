@@ -1,0 +1,205 @@
+#include "catalogue/song_grid.h"
+
+#include "platform/runtime_error.h"
+#include "platform/vb.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace zor {
+namespace {
+
+RuntimeError InvalidRow() { return {30009, QStringLiteral("Invalid Row value")}; }
+RuntimeError InvalidCol() { return {30010, QStringLiteral("Invalid Col value")}; }
+
+// A cell classed once per sort: empty, number, or text. Ordering across the
+// classes is fixed, so the comparison is a strict weak order for any input.
+struct SortKey {
+    int kind;  // 0 empty, 1 number, 2 text
+    double number;
+    QString folded;
+};
+
+SortKey MakeKey(const QString& cell) {
+    if (cell.isEmpty()) return {0, 0, {}};
+    if (vb::IsNumeric(cell)) {
+        const double v = vb::NumericValue(cell);
+        if (!std::isnan(v)) return {1, v, {}};
+    }
+    return {2, 0, cell.toCaseFolded()};
+}
+
+int CompareKeys(const SortKey& a, const SortKey& b) {
+    if (a.kind != b.kind) return a.kind < b.kind ? -1 : 1;
+    if (a.kind == 1) return a.number < b.number ? -1 : (b.number < a.number ? 1 : 0);
+    if (a.kind == 2) return a.folded.compare(b.folded);
+    return 0;
+}
+
+}  // namespace
+
+SongGrid::SongGrid() : rows_(1) {
+    const int defaults[kGridCols] = {400, 2200, 2200, 2000, 700, 1000, 4000, 400, 4000, 4000, 2000, 500, 500};
+    std::copy(std::begin(defaults), std::end(defaults), colWidth_.begin());
+}
+
+void SongGrid::Notify(Change change, int r, int c) {
+    if (!redraw_ || !visible_) {
+        if (change != Change::Selection) pendingReset_ = true;
+        return;
+    }
+    if (changed) changed(change, r, c);
+}
+
+void SongGrid::CheckRow(int r) const {
+    if (r < 0 || r >= Rows()) throw InvalidRow();
+}
+
+void SongGrid::CheckCol(int c) const {
+    if (c < 0 || c >= kGridCols) throw InvalidCol();
+}
+
+void SongGrid::SetRows(int n) {
+    if (n < 0) throw InvalidRow();
+    rows_.resize(std::max(n, 0));
+    const int last = std::max(Rows() - 1, 0);
+    row_ = std::min(row_, last);
+    rowSel_ = std::min(rowSel_, last);
+    topRow_ = std::clamp(topRow_, 1, std::max(last, 1));
+    Notify(Change::Reset, -1, -1);
+}
+
+void SongGrid::SetRow(int r) {
+    CheckRow(r);
+    row_ = rowSel_ = r;
+    colSel_ = col_;
+    Notify(Change::Selection, -1, -1);
+}
+
+void SongGrid::SetCol(int c) {
+    CheckCol(c);
+    col_ = colSel_ = c;
+    rowSel_ = row_;
+    Notify(Change::Selection, -1, -1);
+}
+
+void SongGrid::SetRowSel(int r) {
+    CheckRow(r);
+    rowSel_ = r;
+    Notify(Change::Selection, -1, -1);
+}
+
+void SongGrid::SetColSel(int c) {
+    CheckCol(c);
+    colSel_ = c;
+    Notify(Change::Selection, -1, -1);
+}
+
+void SongGrid::Select(int row1, int col1, int row2, int col2) {
+    CheckRow(row1);
+    CheckRow(row2);
+    CheckCol(col1);
+    CheckCol(col2);
+    row_ = row1;
+    col_ = col1;
+    rowSel_ = row2;
+    colSel_ = col2;
+    Notify(Change::Selection, -1, -1);
+}
+
+void SongGrid::SetTopRow(int r) {
+    topRow_ = std::clamp(r, 1, std::max(Rows() - 1, 1));
+    Notify(Change::Selection, -1, -1);
+}
+
+const QString& SongGrid::TextMatrix(int r, int c) const {
+    if (r < 0 || r >= Rows() || c < 0 || c >= kGridCols) throw RuntimeError(381, QStringLiteral("Subscript out of range"));
+    return rows_[r][c];
+}
+
+void SongGrid::SetTextMatrix(int r, int c, const QString& text) {
+    if (r < 0 || r >= Rows() || c < 0 || c >= kGridCols) throw RuntimeError(381, QStringLiteral("Subscript out of range"));
+    rows_[r][c] = text;
+    Notify(Change::Cell, r, c);
+}
+
+void SongGrid::SetDataRows(std::vector<GridRow>&& rows) {
+    GridRow heading = rows_.empty() ? GridRow{} : std::move(rows_[0]);
+    rows_ = std::move(rows);
+    rows_.insert(rows_.begin(), std::move(heading));
+    SetRows(Rows());
+}
+
+void SongGrid::AppendRows(std::vector<GridRow>&& rows) {
+    rows_.reserve(rows_.size() + rows.size());
+    std::move(rows.begin(), rows.end(), std::back_inserter(rows_));
+    Notify(Change::Reset, -1, -1);
+}
+
+void SongGrid::Sort(int order) {
+    if (order != 1 && order != 2) return;
+    int first = std::min(row_, rowSel_);
+    int last = std::max(row_, rowSel_);
+    if (row_ == rowSel_) {
+        first = 1;
+        last = Rows() - 1;
+    }
+    first = std::max(first, 1);
+    if (last <= first) return;
+    const int c1 = std::min(col_, colSel_);
+    const int c2 = std::max(col_, colSel_);
+    const int keyCount = c2 - c1 + 1;
+    const size_t n = size_t(last - first + 1);
+
+    std::vector<SortKey> keys(n * keyCount);
+    for (size_t i = 0; i < n; ++i)
+        for (int k = 0; k < keyCount; ++k) keys[i * keyCount + k] = MakeKey(rows_[first + i][c1 + k]);
+
+    std::vector<size_t> order_(n);
+    std::iota(order_.begin(), order_.end(), 0);
+    const bool descending = order == 2;
+    std::stable_sort(order_.begin(), order_.end(), [&](size_t a, size_t b) {
+        for (int k = 0; k < keyCount; ++k) {
+            const int c = CompareKeys(keys[a * keyCount + k], keys[b * keyCount + k]);
+            if (c != 0) return descending ? c > 0 : c < 0;
+        }
+        return false;
+    });
+
+    std::vector<GridRow> sorted;
+    sorted.reserve(n);
+    for (size_t i : order_) sorted.push_back(std::move(rows_[first + i]));
+    std::move(sorted.begin(), sorted.end(), rows_.begin() + first);
+    Notify(Change::Reset, -1, -1);
+}
+
+void SongGrid::Clear() {
+    for (GridRow& r : rows_)
+        for (QString& cell : r) cell.clear();
+    Notify(Change::Reset, -1, -1);
+}
+
+void SongGrid::SetRedraw(bool on) {
+    redraw_ = on;
+    if (on && visible_ && pendingReset_) {
+        pendingReset_ = false;
+        Notify(Change::Reset, -1, -1);
+    }
+}
+
+void SongGrid::SetVisible(bool on) {
+    visible_ = on;
+    if (changed) changed(Change::Appearance, -1, -1);
+    if (on && redraw_ && pendingReset_) {
+        pendingReset_ = false;
+        Notify(Change::Reset, -1, -1);
+    }
+}
+
+void SongGrid::SetColWidth(int c, int twips) {
+    CheckCol(c);
+    colWidth_[c] = std::max(twips, 0);
+    Notify(Change::Appearance, -1, -1);
+}
+
+}  // namespace zor

@@ -1,0 +1,98 @@
+#pragma once
+// SongGrid: the 13-column text grid behind MFGrid1 and MFgrid2, as a row
+// store with the members the jukebox's operations use (Rows, Row, Col,
+// RowSel, ColSel, TopRow, Text, TextMatrix, Sort, Clear, Redraw, Visible,
+// ColWidth, fonts, colours). Row 0 is the fixed heading row and column 0 the
+// fixed mark column. A view listens through `changed`; while the grid is
+// hidden or Redraw is off, changes are gathered into one reset.
+#include "catalogue/song.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace zor {
+
+class SongGrid {
+public:
+    enum class Change { Reset, Cell, Selection, Appearance };
+    // Set by the view; called after every change it has to show.
+    std::function<void(Change, int row, int col)> changed;
+
+    SongGrid();
+
+    int Rows() const { return int(rows_.size()); }
+    void SetRows(int n);
+    int Cols() const { return kGridCols; }
+    int FixedRows() const { return 1; }
+
+    int Row() const { return row_; }
+    int Col() const { return col_; }
+    int RowSel() const { return rowSel_; }
+    int ColSel() const { return colSel_; }
+    // Setting Row or Col collapses the selection onto the new current cell.
+    void SetRow(int r);
+    void SetCol(int c);
+    void SetRowSel(int r);
+    void SetColSel(int c);
+    void Select(int row1, int col1, int row2, int col2);
+    int TopRow() const { return topRow_; }
+    void SetTopRow(int r);
+
+    const QString& Text() const { return rows_[row_][col_]; }
+    void SetText(const QString& text) { SetTextMatrix(row_, col_, text); }
+    const QString& TextMatrix(int r, int c) const;
+    void SetTextMatrix(int r, int c, const QString& text);
+    const GridRow& RowCells(int r) const { return rows_[r]; }
+
+    // Replaces all song rows at once (row 0 stays), as a bound data control does.
+    void SetDataRows(std::vector<GridRow>&& rows);
+    // Appends rows after the last one in one change.
+    void AppendRows(std::vector<GridRow>&& rows);
+
+    // Sort 1 ascending, 2 descending: rows Row..RowSel (every song row when
+    // Row = RowSel), keys the columns Col..ColSel from left to right. Empty
+    // cells come first, then numbers by value, then texts without regard to
+    // case; stable. Row, Col, RowSel, ColSel and TopRow keep their values.
+    void Sort(int order);
+
+    // Empties every cell, heading included; the row count stays.
+    void Clear();
+
+    bool Redraw() const { return redraw_; }
+    void SetRedraw(bool on);
+    bool Visible() const { return visible_; }
+    void SetVisible(bool on);
+
+    int ColWidth(int c) const { return colWidth_[c]; }
+    void SetColWidth(int c, int twips);
+
+    // Colours as 0x00BBGGRR, as the settings keep them.
+    int BackColor = 0xFFFFFF;
+    int ForeColor = 0x000000;
+    int BackColorSel = 0x6A240A;
+    int ForeColorSel = 0xFFFFFF;
+    QString FontName = QStringLiteral("Arial");
+    double FontSize = 10;
+    bool FontBold = false;
+    bool FontItalic = false;
+    bool FontUnderline = false;
+    bool FontStrikethru = false;
+    // Tells the view that colours or fonts changed.
+    void AppearanceChanged() { Notify(Change::Appearance, -1, -1); }
+
+private:
+    void Notify(Change change, int r, int c);
+    void CheckRow(int r) const;
+    void CheckCol(int c) const;
+
+    std::vector<GridRow> rows_;
+    int row_ = 0, col_ = 0, rowSel_ = 0, colSel_ = 0, topRow_ = 1;
+    bool redraw_ = true;
+    bool visible_ = true;
+    bool pendingReset_ = false;
+    std::array<int, kGridCols> colWidth_{};
+};
+
+}  // namespace zor

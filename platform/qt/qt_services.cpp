@@ -1,0 +1,87 @@
+#include "platform/qt/qt_services.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <vector>
+
+namespace zor {
+namespace {
+
+struct ButtonSpec {
+    QMessageBox::StandardButton button;
+    int answer;
+};
+
+std::vector<ButtonSpec> ButtonsOf(int flags) {
+    switch (flags & 7) {
+    case vbOKCancel: return {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}};
+    case vbAbortRetryIgnore:
+        return {{QMessageBox::Abort, vbAbort}, {QMessageBox::Retry, vbRetry}, {QMessageBox::Ignore, vbIgnore}};
+    case vbYesNoCancel: return {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}, {QMessageBox::Cancel, vbCancel}};
+    case vbYesNo: return {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}};
+    case vbRetryCancel: return {{QMessageBox::Retry, vbRetry}, {QMessageBox::Cancel, vbCancel}};
+    default: return {{QMessageBox::Ok, vbOK}};
+    }
+}
+
+QMessageBox::Icon IconOf(int flags) {
+    switch (flags & 0x70) {
+    case vbCritical: return QMessageBox::Critical;
+    case vbQuestion: return QMessageBox::Question;
+    case vbExclamation: return QMessageBox::Warning;
+    case vbInformation: return QMessageBox::Information;
+    default: return QMessageBox::NoIcon;
+    }
+}
+
+}  // namespace
+
+int QtMessageBoxes::MsgBox(const QString& prompt, int flags, const QString& title) {
+    QMessageBox box(IconOf(flags), title, prompt, QMessageBox::NoButton, QApplication::activeWindow());
+    const std::vector<ButtonSpec> buttons = ButtonsOf(flags);
+    for (const ButtonSpec& b : buttons) box.addButton(b.button);
+    const size_t defaultIndex = std::min<size_t>((flags >> 8) & 3, buttons.size() - 1);
+    box.setDefaultButton(buttons[defaultIndex].button);
+    box.exec();
+    const auto clicked = box.standardButton(box.clickedButton());
+    for (const ButtonSpec& b : buttons)
+        if (b.button == clicked) return b.answer;
+    // Esc or the close box: Cancel where there is one, else the only button.
+    for (const ButtonSpec& b : buttons)
+        if (b.answer == vbCancel) return vbCancel;
+    return buttons.front().answer;
+}
+
+QString QtFilterFromVb(const QString& vbFilter) {
+    const QStringList parts = vbFilter.split(u'|');
+    QStringList filters;
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        QString pattern = parts[i + 1];
+        pattern.replace(u';', u' ');
+        if (pattern == QStringLiteral("*.*")) pattern = QStringLiteral("*");
+        filters << parts[i] + QStringLiteral(" (") + pattern + u')';
+    }
+    return filters.join(QStringLiteral(";;"));
+}
+
+void QtCommonDialog::ShowOpen() {
+    FileName = QFileDialog::getOpenFileName(QApplication::activeWindow(), DialogTitle, InitDir, QtFilterFromVb(Filter));
+}
+
+void QtCommonDialog::ShowSave() {
+    FileName = QFileDialog::getSaveFileName(QApplication::activeWindow(), DialogTitle, InitDir, QtFilterFromVb(Filter));
+}
+
+void QtBeeper::Beep() { QApplication::beep(); }
+
+void QtProcessControl::End() {
+    // Leaves every event loop of the thread; main() returns without waiting
+    // for other windows.
+    ended_ = true;
+    QCoreApplication::exit(0);
+}
+
+}  // namespace zor

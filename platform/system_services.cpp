@@ -1,0 +1,35 @@
+#include "platform/system_services.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace zor {
+
+QDateTime SystemClock::Now() {
+    QDateTime now = QDateTime::currentDateTime();
+    now.setTime(QTime(now.time().hour(), now.time().minute(), now.time().second()));
+    return now;
+}
+
+double SystemClock::Timer() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
+
+void QtEventPump::DoEvents() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+
+QString SystemEnvironment::ApplicationPath() { return QCoreApplication::applicationDirPath(); }
+QString SystemEnvironment::CurrentDirectory() { return QDir::currentPath(); }
+QString SystemEnvironment::HomeDirectory() { return QDir::homePath(); }
+
+// Linux has no Windows directory; the nearest things are where the system keeps
+// its settings and its shared libraries, which is what the Inspector shows.
+QString SystemEnvironment::WindowsDirectory() { return QStringLiteral("/etc"); }
+QString SystemEnvironment::SystemDirectory() { return QStringLiteral("/usr/lib"); }
+
+QSize SystemEnvironment::ScreenSize() {
+    auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    if (!app || !QGuiApplication::primaryScreen()) return {800, 600};
+    return QGuiApplication::primaryScreen()->geometry().size();
+}
+
+}  // namespace zor

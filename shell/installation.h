@@ -1,0 +1,15 @@
+#pragma once
+// The installation files of the program directory, made only where missing:
+// the settings record with first-use defaults (and its capitalised twin name,
+// see below), the catalogue and its master, the word index and its master,
+// and the user guides. Used by the build and by tests.
+#include <QString>
+#include <QStringList>
+
+namespace zor {
+
+// Returns the files it made. `home` stands in for the drive of default paths;
+// `docsDir` holds the user guides to copy ("" for none).
+QStringList InstallProgramFiles(const QString& programDir, const QString& docsDir, const QString& home);
+
+}  // namespace zor
