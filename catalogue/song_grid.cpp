@@ -38,10 +38,7 @@ int CompareKeys(const SortKey& a, const SortKey& b) {
 
 }  // namespace
 
-SongGrid::SongGrid() : rows_(1) {
-    const int defaults[kGridCols] = {400, 2200, 2200, 2000, 700, 1000, 4000, 400, 4000, 4000, 2000, 500, 500};
-    std::copy(std::begin(defaults), std::end(defaults), colWidth_.begin());
-}
+SongGrid::SongGrid() : rows_(1), colWidth_(kDefaultColumnWidths) {}
 
 void SongGrid::Notify(Change change, int r, int c) {
     if (!redraw_ || !visible_) {

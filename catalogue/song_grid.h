@@ -14,6 +14,10 @@
 
 namespace zor {
 
+// The columns' widths in twips before any layout is applied.
+inline constexpr std::array<int, kGridCols> kDefaultColumnWidths = {400,  2200, 2200, 2000, 700, 1000, 4000,
+                                                                    400, 4000, 4000, 2000, 500, 500};
+
 class SongGrid {
 public:
     enum class Change { Reset, Cell, Selection, Appearance };

@@ -62,6 +62,8 @@ class EventPump {
 public:
     virtual ~EventPump() = default;
     virtual void DoEvents() = 0;
+    // Lets events through for up to `ms` milliseconds, sleeping between them.
+    virtual void Wait(int ms) = 0;
 };
 
 class Beeper {

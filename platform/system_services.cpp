@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
+#include <QTimer>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -16,6 +18,12 @@ QDateTime SystemClock::Now() {
 double SystemClock::Timer() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
 
 void QtEventPump::DoEvents() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+
+void QtEventPump::Wait(int ms) {
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 QString SystemEnvironment::ApplicationPath() { return QCoreApplication::applicationDirPath(); }
 QString SystemEnvironment::CurrentDirectory() { return QDir::currentPath(); }

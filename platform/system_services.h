@@ -13,6 +13,7 @@ public:
 class QtEventPump : public EventPump {
 public:
     void DoEvents() override;
+    void Wait(int ms) override;
 };
 
 class SystemEnvironment : public Environment {

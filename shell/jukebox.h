@@ -52,10 +52,30 @@ struct Jukebox {
     int32_t PlaylistEnd = 1;
     int16_t PlaylistActive = 0;
 
+    // The font of the lyrics windows, set by the grid layout.
+    struct Font {
+        QString name;
+        double size = 10;
+        bool bold = false, italic = false, underline = false, strikeout = false;
+        int colour = 0;  // 0x00BBGGRR
+    };
+    Font LyricsFont;
+
     QString MessageBuffer;
-    // Hides the picture windows, which stay on top of everything else; set by
-    // whoever owns them.
+
+    // Seams to the parts that own other windows and the player; each is set
+    // by its owner and left empty while that part is not there.
+    // Hides the four picture windows, which stay on top of everything else.
     std::function<void()> HidePictureForms;
+    // The start picture shown while the catalogue opens, and its removal.
+    std::function<void()> ShowStartPicture;
+    std::function<void()> HideStartPicture;
+    // Stops the internal player.
+    std::function<void()> StopPlayer;
+    // Stops the player and loads the scratch song, which frees the song file.
+    std::function<void()> FreeSongFromPlayer;
+    // Unloads the main window and loads it anew (skin and language changes).
+    std::function<void()> ReloadMainWindow;
 
     // Chooses a text when it is shown: Dutch for Language "0", else English.
     QString Lang(const QString& english, const QString& dutch) const {

@@ -44,6 +44,11 @@ void FakeEventPump::DoEvents() {
     if (onDoEvents) onDoEvents(calls);
 }
 
+void FakeEventPump::Wait(int ms) {
+    DoEvents();
+    if (onWait) onWait(ms);
+}
+
 void FakeFiles::MaybeFail(const QString& operation) {
     auto it = failures_.find(operation);
     if (it == failures_.end() || it->second.empty()) return;

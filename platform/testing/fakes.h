@@ -56,7 +56,10 @@ public:
     // Runs inside DoEvents, as a click arriving during long work would.
     std::function<void(int call)> onDoEvents;
     bool processRealEvents = true;
+    // Called for each Wait; the test platform advances its clock by it.
+    std::function<void(int ms)> onWait;
     void DoEvents() override;
+    void Wait(int ms) override;
 };
 
 class FakeBeeper : public Beeper {
@@ -113,6 +116,9 @@ struct TestPlatform {
     FakeProcessControl process;
     FakeFiles files;
     Platform platform{messages, dialog, clock, events, beeper, environment, process, files};
+    TestPlatform() {
+        events.onWait = [this](int ms) { clock.Advance(ms / 1000.0); };
+    }
 };
 
 }  // namespace zor::testing

@@ -1,1 +1,26 @@
-int main() { return 0; }
+// ZORjuke: the jukebox program.
+#include "platform/file_system.h"
+#include "platform/qt/qt_services.h"
+#include "platform/system_services.h"
+#include "shell/ui/app.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication qt(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("ZOR JUKEBOX"));
+
+    zor::QtMessageBoxes messages;
+    zor::QtCommonDialog dialog;
+    zor::SystemClock clock;
+    zor::QtEventPump events;
+    zor::QtBeeper beeper;
+    zor::SystemEnvironment environment;
+    zor::QtProcessControl process;
+    zor::FileSystem files;
+    zor::Platform platform{messages, dialog, clock, events, beeper, environment, process, files};
+
+    zor::App app(platform);
+    if (!app.Start() || process.Ended()) return 0;
+    return QApplication::exec();
+}

@@ -1,0 +1,222 @@
+#include "shell/ui/form1.h"
+
+#include "catalogue/ui/catalogue_ops.h"
+#include "catalogue/ui/song_grid_view.h"
+#include "platform/guard.h"
+#include "shell/ui/startup.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+namespace zor {
+
+template <typename F>
+void Form1::On(F&& operation) {
+    Guarded(j.platform.messages, std::forward<F>(operation));
+}
+
+Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
+    setObjectName(QStringLiteral("Form1"));
+    setWindowTitle(QStringLiteral("ZOR JUKEBOX"));
+    auto* central = new QWidget(this);
+    setCentralWidget(central);
+    setAutoFillBackground(true);
+
+    BuildMenus();
+    BuildButtonBar();
+
+    Text1 = new QLineEdit(central);
+    Text1->setObjectName(QStringLiteral("Text1"));
+    Text1->setReadOnly(true);
+    Text1->setAutoFillBackground(true);
+    Text2 = new QLineEdit(central);
+    Text2->setObjectName(QStringLiteral("Text2"));
+    Text2->setReadOnly(true);
+    Lable1 = new QLabel(QStringLiteral("     Files:"), central);
+    Lable1->setObjectName(QStringLiteral("Lable1"));
+    ProgressBar1 = new QProgressBar(central);
+    ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
+    ProgressBar1->setTextVisible(false);
+    ProgressBar1->setRange(0, 1);
+    ProgressBar1->setValue(0);
+
+    MFGrid1View = new SongGridView(MFGrid1, QStringLiteral("MFGrid1"), central);
+    MFgrid2View = new SongGridView(MFgrid2, QStringLiteral("MFgrid2"), central);
+
+    BuildPanels();
+
+    Timer1 = new QTimer(this);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    Timer1->setInterval(100);
+    connect(Timer1, &QTimer::timeout, this, [this] { On([&] { Timer1Tick(*this); }); });
+    Timer3 = new QTimer(this);
+    Timer3->setObjectName(QStringLiteral("Timer3"));
+    Timer3->setInterval(7000);
+    Timer4 = new QTimer(this);
+    Timer4->setObjectName(QStringLiteral("Timer4"));
+    Timer4->setInterval(100);
+}
+
+Form1::~Form1() = default;
+
+void Form1::BuildMenus() {
+    auto menu = [this](const char* name, const char* caption) {
+        QMenu* m = menuBar()->addMenu(QString::fromLatin1(caption));
+        m->setObjectName(QString::fromLatin1(name));
+        return m;
+    };
+    auto entry = [this](QMenu* m, const char* name, const char* caption, auto operation) {
+        QAction* a = m->addAction(QString::fromLatin1(caption));
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, [this, operation] { On([&] { operation(*this); }); });
+        return a;
+    };
+    File = menu("File", "&File");
+    Open1 = entry(File, "Open1", "&Open Database", OpenDatabaseDialog);
+    Save1 = entry(File, "Save1", "&Save Database", SaveDatabase);
+    Save2 = entry(File, "Save2", "Save Database &As", SaveDatabaseAs);
+    File->addSeparator();
+    Exit1 = entry(File, "Exit1", "E&xit", [](Form1& f) { ExitProgram(f, false); });
+    Edit = menu("Edit", "&Edit");
+    Action = menu("Action", "&Action");
+    Clear1 = entry(Action, "Clear1", "C&lear database", ClearDatabaseMenu);
+    Compact1 = entry(Action, "Compact1", "C&ompact database", CompactDatabase);
+    Refresh1 = entry(Action, "Refresh1", "&Refresh database", RefreshDatabase);
+    Action->addSeparator();
+    Ascreen = entry(Action, "Ascreen", "Change to Artistic Screen-layout", [](Form1& f) { ChangeSkin(f, true); });
+    SettingsMenu = menu("Settings", "&Settings");
+    Sett3 = entry(SettingsMenu, "Sett3", "SAVE all settings", SaveAllSettingsFromForm);
+    Help = menu("Help", "&Help");
+    Inspect1 = entry(Help, "Inspect1", "Ins&pector", RunInspector);
+    DHelp1 = entry(Help, "DHelp1", "Di&rect Help", ToggleDirectHelp);
+    DHelp1->setCheckable(true);
+    ZOR0 = menu("ZOR0", "&ZOR");
+}
+
+void Form1::BuildButtonBar() {
+    Frame2 = new QGroupBox(centralWidget());
+    Frame2->setObjectName(QStringLiteral("Frame2"));
+    struct Button {
+        QPushButton** member;
+        const char* name;
+        void (*operation)(Form1&);
+    };
+    const Button buttons[] = {
+        {&Command3, "Command3", OpenDatabaseDialog},
+        {&Command4, "Command4", SaveDatabaseAs},
+        {&Command1, "Command1", nullptr},
+        {&Command8, "Command8", nullptr},
+        {&Command9, "Command9", nullptr},
+        {&Command2, "Command2", nullptr},
+        {&Command7, "Command7", nullptr},
+        {&Command6, "Command6", nullptr},
+        {&Command5, "Command5", [](Form1& f) { ExitProgram(f, true); }},
+    };
+    for (const Button& b : buttons) {
+        auto* button = new QPushButton(Frame2);
+        button->setObjectName(QString::fromLatin1(b.name));
+        *b.member = button;
+        if (b.operation) {
+            auto operation = b.operation;
+            connect(button, &QPushButton::clicked, this, [this, operation] { On([&] { operation(*this); }); });
+        } else {
+            // Its operation arrives with its own window.
+            button->setEnabled(false);
+        }
+    }
+}
+
+void Form1::BuildPanels() {
+    auto frame = [this](const char* name) {
+        auto* f = new QFrame(centralWidget());
+        f->setObjectName(QString::fromLatin1(name));
+        f->setFrameShape(QFrame::Box);
+        f->hide();
+        return f;
+    };
+    Frame3 = frame("Frame3");
+    Frame4 = frame("Frame4");
+    Frame5 = frame("Frame5");
+    Frame7 = frame("Frame7");
+    Frame8 = frame("Frame8");
+    auto picture = [this](const char* name, QWidget* parent) {
+        auto* p = new QLabel(parent);
+        p->setObjectName(QString::fromLatin1(name));
+        return p;
+    };
+    Picture1 = picture("Picture1", centralWidget());
+    Picture2 = picture("Picture2", centralWidget());
+    Picture6 = picture("Picture6", Frame7);
+    Picture6->setText(QStringLiteral("Normal Skin"));
+    Picture6->setCursor(Qt::PointingHandCursor);
+    Picture6->installEventFilter(this);
+    txtSearchSpec = new QLineEdit(Frame3);
+    txtSearchSpec->setObjectName(QStringLiteral("txtSearchSpec"));
+    Command17 = new QPushButton(centralWidget());
+    Command17->setObjectName(QStringLiteral("Command17"));
+}
+
+bool Form1::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Picture6 && event->type() == QEvent::MouseButtonRelease) {
+        On([&] { ChangeSkin(*this, false); });
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void Form1::ShowMessage(const QColor& background, const QString& text) {
+    QPalette p = Text1->palette();
+    p.setColor(QPalette::Base, background);
+    Text1->setPalette(p);
+    Text1->setText(text);
+    Text1->setCursorPosition(0);
+}
+
+QColor Form1::MessageColour() const { return Text1->palette().color(QPalette::Base); }
+
+void Form1::ShowCount(const QString& label, qint64 count) {
+    Lable1->setText(label);
+    Text2->setText(QString::number(count));
+}
+
+void Form1::Unload() {
+    if (unloading_ || unloaded_) return;
+    unloading_ = true;
+    close();
+}
+
+void Form1::closeEvent(QCloseEvent* e) {
+    // The system's close box takes the same way out, with the picture
+    // windows hidden first.
+    if (!unloading_ && j.HidePictureForms) j.HidePictureForms();
+    unloading_ = false;
+    if (unloaded_) {
+        e->accept();
+        return;
+    }
+    unloaded_ = true;
+    Timer1->stop();
+    Timer3->stop();
+    Timer4->stop();
+    e->accept();
+    Form1Unload(*this);
+}
+
+void Form1::keyPressEvent(QKeyEvent* e) {
+    if (e->key() == Qt::Key_Escape) {
+        On([&] { EscapeKey(*this); });
+        return;
+    }
+    QMainWindow::keyPressEvent(e);
+}
+
+}  // namespace zor

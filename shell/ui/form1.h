@@ -1,0 +1,100 @@
+#pragma once
+// Form1, the main window: the spine that owns the grids, the catalogue's data
+// control, the timers and the message line. It is thin: it builds its
+// controls, and its events call the named operations.
+#include "catalogue/catalogue_store.h"
+#include "catalogue/song_grid.h"
+#include "shell/jukebox.h"
+
+#include <QMainWindow>
+
+class QAction;
+class QFrame;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QProgressBar;
+class QPushButton;
+class QTimer;
+
+namespace zor {
+
+class SongGridView;
+
+// The message line's colours.
+inline const QColor kYellow(255, 255, 0);
+inline const QColor kDestructive(255, 64, 64);
+inline const QColor kRed(255, 0, 0);
+inline const QColor kWhite(255, 255, 255);
+
+class Form1 : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit Form1(Jukebox& jukebox);
+    ~Form1() override;
+
+    Jukebox& j;
+
+    // Menus and the entries built so far.
+    QMenu *File, *Edit, *Action, *SettingsMenu, *Help, *ZOR0;
+    QAction *Open1, *Save1, *Save2, *Exit1;
+    QAction *Clear1, *Compact1, *Refresh1, *Ascreen;
+    QAction *Sett3;
+    QAction *Inspect1, *DHelp1;
+
+    // The button bar.
+    QGroupBox* Frame2;
+    QPushButton *Command3, *Command4, *Command1, *Command8, *Command9, *Command2, *Command7, *Command6, *Command5;
+
+    QLineEdit* Text1;
+    QLineEdit* Text2;
+    QLabel* Lable1;
+    QProgressBar* ProgressBar1;
+
+    SongGrid MFGrid1;
+    SongGrid MFgrid2;
+    SongGridView* MFGrid1View;
+    SongGridView* MFgrid2View;
+    CatalogueStore Data1;
+
+    // Panels that come and go.
+    QFrame *Frame3, *Frame4, *Frame5, *Frame7, *Frame8;
+    QLabel *Picture1, *Picture2, *Picture6;
+    QLineEdit* txtSearchSpec;
+    QPushButton* Command17;
+
+    QTimer *Timer1, *Timer3, *Timer4;
+
+    // The message line: background first, then the text.
+    void ShowMessage(const QColor& background, const QString& text);
+    QColor MessageColour() const;
+    // The count line: the label word and the number.
+    void ShowCount(const QString& label, qint64 count);
+
+    // Unloads the window: the Unload handler runs, then the window closes.
+    void Unload();
+    bool Unloaded() const { return unloaded_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+
+private:
+    void BuildMenus();
+    void BuildButtonBar();
+    void BuildPanels();
+    // Runs an event's operation; a run-time error ends only that operation.
+    template <typename F>
+    void On(F&& operation);
+    bool unloading_ = false;
+    bool unloaded_ = false;
+};
+
+// Step 13 of start-up and the language reload: captions, legend and tips.
+void SetLanguageCaptions(Form1& f);
+// The position of the window and its parts for the screen and skin.
+void LayOutForm1(Form1& f);
+
+}  // namespace zor

@@ -1,0 +1,112 @@
+#include "catalogue/ui/song_grid_view.h"
+#include "shell/ui/form1.h"
+
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace zor {
+namespace {
+
+struct Caption {
+    const char* name;
+    const char* english;
+    const char* dutch;  // nullptr: the English caption in both languages
+};
+
+const Caption kMenuCaptions[] = {
+    {"File", "&File", "&Bestand"},
+    {"Open1", "&Open Database", "&Open Database"},
+    {"Save1", "&Save Database", "&Bewaar Database"},
+    {"Save2", "Save Database &As", "Be&waar Database Als"},
+    {"Exit1", "E&xit", nullptr},
+    {"Edit", "&Edit", "Be&werk"},
+    {"Action", "&Action", "&Actie"},
+    {"Clear1", "C&lear database", "Wis gehele &Database"},
+    {"Compact1", "C&ompact database", "&Compact de Database"},
+    {"Refresh1", "&Refresh database", "Vernieuw de Database"},
+    {"Ascreen", "Change to Artistic Screen-layout", "Verander in Artistieke scherm"},
+    {"Settings", "&Settings", "In&stelling"},
+    {"Sett3", "SAVE all settings", "BEWAAR Instellingen"},
+    {"Help", "&Help", "&Help"},
+    {"Inspect1", "Ins&pector", "Ins&pecteur"},
+    {"DHelp1", "Di&rect Help", nullptr},
+    {"ZOR0", "&ZOR", nullptr},
+};
+
+struct Tip {
+    QPushButton* Form1::*button;
+    const char* english;
+    const char* dutch;
+};
+
+const Tip kButtonTips[] = {
+    {&Form1::Command3, "Open Database", "Open een Database"},
+    {&Form1::Command4, "Save the current Database As", "Bewaar de huidige Database Als"},
+    {&Form1::Command1, "ADD songs to the Database", "Wis Database en voeg Songs toe"},
+    {&Form1::Command8, "Find a text in the database", "Zoek een tekst in de database"},
+    {&Form1::Command9, "EDIT database entries and ID3",
+     "Blader om bestandsnamen te zoeken; bijzonder handig voor invoegen van Lyrics, Plaatjes en Executables"},
+    {&Form1::Command2, "Change the way the ZOR JUKEBOX works", "Verander de instellingen naar eigen wens"},
+    {&Form1::Command7, "Make or close PLAYLIST",
+     "Selecteer eerst de te spelen songs door in de linker kolom te klikken en druk dan hierop"},
+    {&Form1::Command6, "Put all the songs by the selected artist in the Playlist",
+     "Maak een Playlist met alle songs van de geselecteerde Artiest"},
+    {&Form1::Command5, "Exit the ZOR JUKEBOX", "Beeindig het ZOR JUKEBOX programma"},
+};
+
+const char* const kLegendEnglish =
+    "     OPEN             SAVE               ADD              FIND              EDIT             SETTINGS     "
+    "PLAYLIST       ARTIST               EXIT       ";
+const char* const kLegendDutch =
+    "     OPEN           BEWAAR          ERBIJ            ZOEK           BEWERK     INSTELLINGEN  PLAYLIST     "
+    "ARTIEST             EINDE        ";
+
+}  // namespace
+
+void SetLanguageCaptions(Form1& f) {
+    const bool dutch = f.j.Language == QStringLiteral("0");
+    for (const Caption& c : kMenuCaptions) {
+        const QString text = QString::fromLatin1(dutch && c.dutch ? c.dutch : c.english);
+        const QString name = QString::fromLatin1(c.name);
+        if (auto* menu = f.findChild<QMenu*>(name)) menu->setTitle(text);
+        else if (auto* action = f.findChild<QAction*>(name)) action->setText(text);
+    }
+    f.setWindowTitle(dutch ? QStringLiteral("ZOR JUKEBOX door ZOR electronics") : QStringLiteral("ZOR JUKEBOX"));
+    f.Frame2->setTitle(QString::fromLatin1(dutch ? kLegendDutch : kLegendEnglish));
+    for (const Tip& t : kButtonTips)
+        (f.*t.button)->setToolTip(f.j.DirectHelp ? QString::fromLatin1(dutch ? t.dutch : t.english) : QString());
+}
+
+void LayOutForm1(Form1& f) {
+    const Jukebox& j = f.j;
+    const int width = j.ScreenWidthPx;
+    const int height = j.ScreenHeightPx;
+    f.setGeometry(0, 0, width, height);
+    const int barHeight = 64;
+    const int gridWidth = width - 15;
+    const int buttonWidth = 64;
+    f.Frame2->setGeometry(4, 2, 9 * (buttonWidth + 8) + 8, barHeight);
+    QPushButton* buttons[] = {f.Command3, f.Command4, f.Command1, f.Command8, f.Command9,
+                              f.Command2, f.Command7, f.Command6, f.Command5};
+    for (int i = 0; i < 9; ++i) buttons[i]->setGeometry(8 + i * (buttonWidth + 8), 20, buttonWidth, 36);
+    const int lineHeight = 26;
+    const int menuHeight = f.menuBar()->sizeHint().height();
+    const int bottom = height - menuHeight - 2 * lineHeight - 12;
+    const int gridTop = barHeight + 8;
+    const int artisticTop = j.settings.ArtisticScreen == 1 ? (height - menuHeight) / 2 : gridTop;
+    for (SongGridView* v : {f.MFGrid1View, f.MFgrid2View}) v->setGeometry(0, artisticTop, gridWidth, bottom - artisticTop);
+    const int countWidth = 220;
+    f.Text1->setGeometry(0, bottom + 4, gridWidth - countWidth - 4, lineHeight);
+    f.Lable1->setGeometry(gridWidth - countWidth, bottom + 4, 110, lineHeight);
+    f.Text2->setGeometry(gridWidth - countWidth + 110, bottom + 4, countWidth - 110, lineHeight);
+    f.ProgressBar1->setGeometry(0, bottom + lineHeight + 8, gridWidth, 14);
+    f.Frame4->setGeometry(f.Frame4->x(), 2, 260, barHeight);
+}
+
+}  // namespace zor

@@ -1,0 +1,346 @@
+#include "shell/ui/startup.h"
+
+#include "catalogue/ui/catalogue_ops.h"
+#include "catalogue/ui/song_grid_view.h"
+#include "platform/binary_file.h"
+#include "platform/paths.h"
+#include "platform/runtime_error.h"
+#include "playback/play_log.h"
+#include "shell/settings_file.h"
+#include "shell/ui/form1.h"
+
+#include <QAction>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+namespace zor {
+namespace {
+
+// Step 3: the program beside itself, or in one of the installation places.
+bool FindProgramDir(Jukebox& j) {
+    FileSystem& files = j.platform.files;
+    const QString name = QString::fromLatin1(kProgramFileName);
+    if (files.FileExists(j.ProgramFile(name))) return true;
+    for (const QString& dir : ProgramDirCandidates(j.platform.environment.HomeDirectory())) {
+        if (files.FileExists(dir + u'/' + name)) {
+            j.ProgramDir = dir;
+            return true;
+        }
+    }
+    return false;
+}
+
+void ShowProgramNotFound(Jukebox& j) {
+    // The language is not known yet, so the English branch is what shows.
+    if (j.Language == QStringLiteral("0")) {
+        j.StartMessage(QStringLiteral("ERROR! "));
+        j.AddMessageLine(QStringLiteral("Er is een fout opgetreden."));
+        j.AddMessageLine(QStringLiteral("Her-installeer de software en gebruik"));
+        j.AddMessageLine(QStringLiteral("uitsluitend C:\\Program Files\\ZOR JUKEBOX' als directory.  "));
+    } else {
+        j.StartMessage(QStringLiteral("ERROR! "));
+        j.AddMessageLine(QStringLiteral("Regretably an error has occurred."));
+        j.AddMessageLine(QStringLiteral("Please re-installeer the software and only use  "));
+        j.AddMessageLine(QStringLiteral("C:\\Program Files\\ZOR JUKEBOX' as directory.  "));
+    }
+    j.ShowMessageBuffer(vbCritical);
+}
+
+// Step 5: the scratch file the player is given to let go of a real song.
+void WriteScratchSong(Jukebox& j) {
+    try {
+        BinaryFile f(j.platform.files, j.ProgramFile(QStringLiteral("ZOR3.mp3")));
+        f.Put(1, QByteArray(1000, '\0'));
+    } catch (const RuntimeError&) {
+        // Ignored: start-up goes on at the next step.
+    }
+}
+
+}  // namespace
+
+void ShowStartupHint(Form1& f) {
+    const Jukebox& j = f.j;
+    f.ShowMessage(kDestructive,
+                  j.Lang(QStringLiteral("IN CASE OF OBJECT OR CLASS ERROR, PLEASE INSTALL THE ODBC DRIVER"),
+                         QStringLiteral("I.G.V. OBJECT OR CLASS ERROR, INSTALLEER DAN S.V.P. DE 'ODBC' DRIVER")) +
+                      j.Lang(QStringLiteral(" (see the User Guide in the Help menu)"),
+                             QStringLiteral(" (zie de Gebruiksaanwijzing in het Help menu)")));
+}
+
+namespace {
+
+void ReadScreenSize(Jukebox& j) {
+    const QSize s = j.platform.environment.ScreenSize();
+    j.ScreenWidthPx = s.width();
+    j.ScreenHeightPx = s.height();
+}
+
+// Step 12: the frame of the internal player.
+void PlacePlayerFrame(Form1& f) {
+    Jukebox& j = f.j;
+    if (j.settings.PlayerChoice != 4) {
+        f.Frame8->hide();
+        return;
+    }
+    f.Frame8->show();
+    QPalette p = f.Frame8->palette();
+    if (j.settings.ArtisticScreen == 0) {
+        p.setColor(QPalette::Window, f.Frame2->palette().color(QPalette::Window));
+        const int left = j.ScreenWidthPx >= 1024 ? 9240 : 15 * j.ScreenWidthPx - 2760;
+        f.Frame8->move(TwipsToPx(left), TwipsToPx(120));
+    } else {
+        p.setColor(QPalette::Window, Qt::black);
+        f.Frame8->move(TwipsToPx(1580), TwipsToPx(150));
+    }
+    f.Frame8->setAutoFillBackground(true);
+    f.Frame8->setPalette(p);
+}
+
+void PaintArtisticSkin(Form1& f) {
+    QPalette p = f.palette();
+    p.setColor(QPalette::Window, Qt::black);
+    f.setPalette(p);
+    f.MFGrid1.BackColor = BgrFromRgb(0, 0, 0);
+    f.MFGrid1.ForeColor = BgrFromRgb(255, 255, 255);
+    f.MFGrid1.BackColorSel = BgrFromRgb(0, 250, 250);
+    f.MFGrid1.ForeColorSel = BgrFromRgb(0, 0, 0);
+    f.MFGrid1.AppearanceChanged();
+    f.MFgrid2.BackColor = BgrFromRgb(100, 100, 100);
+    f.MFgrid2.BackColorSel = BgrFromRgb(250, 250, 0);
+    f.MFgrid2.AppearanceChanged();
+    f.Frame4->show();
+    f.Frame5->show();
+    f.Frame7->show();
+    f.j.settings.ScrollLyrics = 1;
+}
+
+}  // namespace
+
+bool Form1Load(Form1& f) {
+    Jukebox& j = f.j;
+    Platform& p = j.platform;
+    // 1
+    j.ProgramDir = p.environment.ApplicationPath();
+    while (j.ProgramDir.size() > 1 && j.ProgramDir.endsWith(u'/')) j.ProgramDir.chop(1);
+    j.SkinReload = 0;
+    j.PlayStopped = 1;
+    j.DirectHelp = true;
+    f.DHelp1->setChecked(true);
+    j.CrossFadePresets = {15, 15, 19};
+    // 2
+    f.Timer4->stop();
+    f.MFgrid2.SetVisible(false);
+    // 3
+    if (!FindProgramDir(j)) {
+        ShowProgramNotFound(j);
+        f.Unload();
+        p.process.End();
+        return false;
+    }
+    // 4
+    j.Language = QStringLiteral("1");
+    j.PictureTopPx = 152;
+    j.PictureBottomPx = 205;
+    // 5
+    WriteScratchSong(j);
+    // 6
+    j.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
+    j.PlayTimeCounter = 0;
+    j.Timer1Ticks = 75;
+    j.EmptyNoticeCount = 0;
+    // 7
+    f.Timer3->stop();
+    f.Frame4->hide();
+    f.Frame5->hide();
+    f.Frame7->hide();
+    f.ZOR0->menuAction()->setVisible(false);
+    f.Command17->hide();
+    // 8
+    if (const QString w = p.environment.WindowsDirectory(); !w.isEmpty()) j.WindowsDir = w;
+    if (const QString s = p.environment.SystemDirectory(); !s.isEmpty()) j.SystemDir = s;
+    if (j.ProgramDir.size() > 1) j.ProgramDrive = j.ProgramDir.left(1);
+    // 9
+    if (!LoadSettings(j))
+        f.ShowMessage(kRed, j.ProgramDir + j.Lang(QStringLiteral("/ZORjuke.ini not found! Critical Error."),
+                                                  QStringLiteral("/ZORjuke.ini niet gevonden! Kritische fout.")));
+    // 10, 11
+    ReadScreenSize(j);
+    ApplyLanguageFlag(j);
+    // 12, 13
+    PlacePlayerFrame(f);
+    SetLanguageCaptions(f);
+    // 14
+    f.Picture1->hide();
+    f.Picture2->hide();
+    f.txtSearchSpec->hide();
+    ShowStartupHint(f);
+    // 15
+    if (j.settings.ArtisticScreen != 0) {
+        j.PictureTopPx = 171;
+        j.PictureBottomPx = 235;
+    }
+    // 16
+    FillStyleTable(j.StyleTable);
+    // 17
+    ReadScreenSize(j);
+    LayOutForm1(f);
+    // 18
+    j.DatabaseFile = j.ProgramFile(QStringLiteral("Mp3data1.mdb"));
+    j.SongCount = 1;
+    j.StopRequested = 0;
+    // 19: the first-use test goes by the capitalised name; see the installation.
+    if (p.files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.INI"))).isEmpty()) {
+        LayOutGrids(f);
+        ApplyFirstUseDefaults(j.settings, p.environment.HomeDirectory());
+        SaveSettings(j);
+    } else {
+        LoadSettings(j);
+    }
+    // 20
+    LayOutGrids(f);
+    ApplyLanguageFlag(j);
+    j.SortAtStartCopy = j.settings.SortAtStart;
+    j.SortKeyCopy = j.settings.SortAtStart;
+    // 21
+    if (j.settings.AutoLoad == 1) {
+        if (j.ShowStartPicture) j.ShowStartPicture();
+        OpenDatabase(f);
+        if (j.HideStartPicture) j.HideStartPicture();
+    }
+    // 23, 24
+    if (j.settings.ArtisticScreen == 1 && j.SkinSwitching == 0) {
+        PaintArtisticSkin(f);
+    } else if (j.ScreenWidthPx >= 1024) {
+        f.Frame4->move(TwipsToPx(10125), f.Frame4->y());
+        f.Frame4->show();
+    }
+    f.Timer1->start();
+    return true;
+}
+
+void Form1Unload(Form1& f) {
+    Jukebox& j = f.j;
+    // The settings screen loads the window again for the new language.
+    if (j.LanguageChanged) return;
+    if (j.SkinReload) return;
+    j.platform.process.End();
+}
+
+void EscapeKey(Form1& f) {
+    Jukebox& j = f.j;
+    if (j.PlayStopped == 1) {
+        LogProgramStop(j);
+        j.platform.events.DoEvents();
+        f.Unload();
+    } else if (j.FreeSongFromPlayer) {
+        // Stops the player and frees the song file; the playlist stays.
+        j.FreeSongFromPlayer();
+    }
+}
+
+void ExitProgram(Form1& f, bool fromButton) {
+    Jukebox& j = f.j;
+    j.StopRequested = -1;
+    if (fromButton && j.StopPlayer) j.StopPlayer();
+    if (j.HidePictureForms) j.HidePictureForms();
+    LogProgramStop(j);
+    f.Unload();
+}
+
+void ChangeSkin(Form1& f, bool toArtistic) {
+    Jukebox& j = f.j;
+    if (toArtistic) {
+        j.settings.ArtisticScreen = 1;
+    } else {
+        j.SkinSwitching = 1;
+        j.settings.ArtisticScreen = 0;
+    }
+    SaveSettings(j);
+    j.SkinReload = 1;
+    // The window is unloaded and loaded anew; this handler's window is then
+    // gone, so only the shared state is touched from here on.
+    if (j.ReloadMainWindow) j.ReloadMainWindow();
+    if (!toArtistic) j.SkinSwitching = 0;
+    j.PlayStopped = 1;
+    j.platform.events.DoEvents();
+}
+
+void Timer1Tick(Form1& f) {
+    Jukebox& j = f.j;
+    ++j.PlayTimeCounter;
+    ++j.Timer1Ticks;
+    if (j.Timer1Ticks <= 100) return;
+    j.Timer1Ticks = 0;
+    if (j.EmptyNoticeCount < 1 && j.SongCount == 0 && f.Frame3->isHidden()) {
+        ++j.EmptyNoticeCount;
+        j.MessageBuffer.clear();
+        if (j.Language == QStringLiteral("0")) {
+            j.AddMessageLine(QStringLiteral("DE DATABASE IS LEEG ! "));
+            j.AddMessageLine(QStringLiteral("Voeg songs toe aan de Database; druk op 'ERBIJ'."));
+            j.AddMessageLine(QStringLiteral("Indien zich problemen voordoen: Installeer en activeer ODBC"));
+            j.AddMessageLine(QStringLiteral("Selecteer hiertoe Windows-Help: 'ODBC - Overzicht'"));
+            j.AddMessageLine(QStringLiteral("Klik op 'Databronnen (ODBC)' en activeer .mdb drivers!"));
+            j.AddMessageLine(QStringLiteral("Een alternatief is het installeren van MS-ACCESS."));
+        } else {
+            j.AddMessageLine(QStringLiteral("THE DATABASE IS EMPTY ! "));
+            j.AddMessageLine(QStringLiteral("Add songs to the Database by pressing 'ADD'"));
+            j.AddMessageLine(QStringLiteral("In case of problems (or other): Install and activate ODBC"));
+            j.AddMessageLine(QStringLiteral("Do this by means of Windows-Help: 'ODBC - Overview'"));
+            j.AddMessageLine(QStringLiteral("Click on 'Databases (ODBC)' and activate .mdb drivers!"));
+            j.AddMessageLine(QStringLiteral("Alternatively: Install MS-ACCESS database program."));
+        }
+        j.ShowMessageBuffer(vbExclamation);
+    }
+}
+
+void PauseWithEvents(Jukebox& j, double seconds) {
+    const double start = j.platform.clock.Timer();
+    auto elapsed = [&] {
+        double d = j.platform.clock.Timer() - start;
+        return d < 0 ? d + 86400 : d;  // Timer wraps at midnight
+    };
+    while (elapsed() < seconds) j.platform.events.Wait(100);
+}
+
+void RunInspector(Form1& f) {
+    Jukebox& j = f.j;
+    FileSystem& files = j.platform.files;
+    auto line = [&](const QString& text) {
+        f.ShowMessage(kWhite, text);
+        PauseWithEvents(j, 3);
+    };
+    auto found = [&](bool yes, const char* what) {
+        return QString::fromLatin1(what) + (yes ? QStringLiteral(" found in ") : QStringLiteral(" NOT found in ")) + j.ProgramDir;
+    };
+    line(QStringLiteral("Starting Directory is:  ") + j.ProgramDir);
+    line(QStringLiteral("Current Directory is:  ") + j.platform.environment.CurrentDirectory());
+    line(found(files.FileExists(j.ProgramFile(QString::fromLatin1(kProgramFileName))), "Program ZORjuke.exe"));
+    line(found(!files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.ini"))).isEmpty(), "Initialisation file ZORjuke.ini"));
+    line(found(!files.Dir(j.ProgramFile(QStringLiteral("Mp3data1.mdb"))).isEmpty(), "Default Database MP3data1.mdb"));
+    line(QStringLiteral("The Windows directory is: ") + j.WindowsDir);
+    line(QStringLiteral("The Windows System directory is: ") + j.SystemDir);
+    f.ShowMessage(kWhite, QStringLiteral("The Inspector has completed its task"));
+}
+
+void ToggleDirectHelp(Form1& f) {
+    Jukebox& j = f.j;
+    j.DirectHelp = !j.DirectHelp;
+    f.DHelp1->setChecked(j.DirectHelp);
+    SetLanguageCaptions(f);
+}
+
+void SaveAllSettingsFromForm(Form1& f) {
+    std::array<int, 13> catalogue{}, playlist{};
+    for (int c = 0; c < 13; ++c) {
+        catalogue[c] = f.MFGrid1.ColWidth(c);
+        playlist[c] = f.MFgrid2.ColWidth(c);
+    }
+    SaveAllSettings(f.j, catalogue, playlist);
+}
+
+}  // namespace zor
