@@ -139,7 +139,7 @@ bool Form1Load(Form1& f) {
     if (!FindProgramDir(j)) {
         ShowProgramNotFound(j);
         f.Unload();
-        p.process.End();
+        if (!p.process.Ended()) p.process.End();
         return false;
     }
     // 4
@@ -152,7 +152,8 @@ bool Form1Load(Form1& f) {
     j.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
     j.PlayTimeCounter = 0;
     j.Timer1Ticks = 75;
-    j.EmptyNoticeCount = 0;
+    // EmptyNoticeCount starts at 0 with the process and is not reset here:
+    // the notice comes once per process, also across skin reloads.
     // 7
     f.Timer3->stop();
     f.Frame4->hide();

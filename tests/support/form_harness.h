@@ -1,0 +1,30 @@
+#pragma once
+// Starts the real main window on a temporary installation with the test
+// doubles, and finds its controls by name.
+#include "platform/testing/test_installation.h"
+#include "shell/ui/app.h"
+#include "shell/ui/form1.h"
+
+#include <memory>
+
+namespace zor::testing {
+
+struct FormHarness {
+    TestInstallation inst;
+    std::unique_ptr<App> app;
+
+    // Runs Form1's Load; returns its outcome.
+    bool Start() {
+        app = std::make_unique<App>(inst.tp.platform);
+        return app->Start();
+    }
+    Form1& form() { return *app->MainWindow(); }
+    Jukebox& j() { return app->j; }
+    FakeMessageBoxes& boxes() { return inst.tp.messages; }
+    // Lets Timer1 fire `n` times.
+    void Tick(int n);
+    // Triggers a menu entry or clicks a button by its name.
+    void Click(const char* name);
+};
+
+}  // namespace zor::testing
