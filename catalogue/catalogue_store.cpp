@@ -94,7 +94,9 @@ void CatalogueStore::Open() {
     QString reason;
     if (!table) reason = QString::fromUtf8(sqlite3_errmsg(db_));
     else if (columnCount < kSongFields) reason = QStringLiteral("the table has too few fields");
-    else if (sqlite3_db_readonly(db_, "main") == 1) reason = QStringLiteral("the file is read-only");
+    // A file marked read-only counts as such even for a user who could write it anyway.
+    else if (sqlite3_db_readonly(db_, "main") == 1 || !(QFileInfo(DatabaseName).permissions() & QFileDevice::WriteOwner))
+        reason = QStringLiteral("the file is read-only");
     if (!reason.isEmpty()) {
         Close();
         throw EngineFailure{reason};

@@ -66,7 +66,12 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
     Timer4->setInterval(100);
 }
 
-Form1::~Form1() = default;
+Form1::~Form1() {
+    // The views read the grids, which are members and die before the child
+    // widgets would.
+    delete MFGrid1View;
+    delete MFgrid2View;
+}
 
 void Form1::BuildMenus() {
     auto menu = [this](const char* name, const char* caption) {
