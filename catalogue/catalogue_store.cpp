@@ -48,6 +48,16 @@ QString ColumnText(sqlite3_stmt* s, int i) {
     return text ? QString::fromUtf8(text, sqlite3_column_bytes(s, i)) : QString();
 }
 
+// Whether a cell holds exactly these UTF-8 bytes; cheap for the plain text
+// that fills a catalogue, and false (a fresh decode) for anything else.
+bool SameText(const QString& cell, const char* utf8, int bytes) {
+    if (cell.size() != bytes) return false;
+    const QChar* c = cell.constData();
+    for (int i = 0; i < bytes; ++i)
+        if (static_cast<unsigned char>(utf8[i]) >= 0x80 || c[i].unicode() != static_cast<unsigned char>(utf8[i])) return false;
+    return true;
+}
+
 QByteArray Quoted(const QString& name) { return '"' + name.toUtf8().replace("\"", "\"\"") + '"'; }
 
 }  // namespace
@@ -78,7 +88,8 @@ void CatalogueStore::Open() {
     Close();
     const QByteArray name = QFile::encodeName(DatabaseName);
     if (DatabaseName.isEmpty() || !QFileInfo(DatabaseName).isFile()) throw EngineFailure{QStringLiteral("no such file")};
-    if (sqlite3_open_v2(name.constData(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+    // One thread uses the connection, so it needs no locking of its own.
+    if (sqlite3_open_v2(name.constData(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
         const QString reason = QString::fromUtf8(sqlite3_errmsg(db_));
         sqlite3_close(db_);
         db_ = nullptr;
@@ -120,21 +131,46 @@ void CatalogueStore::Refresh(std::vector<GridRow>& rows, GridRow& heading) {
         Close();
         throw EngineFailure{reason};
     }
-    rows.clear();
+    const size_t firstRow = rows.size();
+    const auto expected = size_t(CountRows());
+    rows.reserve(firstRow + expected);
+    rowids_.reserve(expected);
     int rc;
     while ((rc = sqlite3_step(s)) == SQLITE_ROW) {
         rowids_.push_back(sqlite3_column_int64(s, 0));
         GridRow& row = rows.emplace_back();
-        for (int f = 0; f < kSongFields; ++f) row[GridColumnOfField(f)] = ColumnText(s, f + 1);
+        const GridRow* previous = rows.size() > firstRow + 1 ? &rows[rows.size() - 2] : nullptr;
+        for (int f = 0; f < kSongFields; ++f) {
+            const int c = GridColumnOfField(f);
+            // Songs imported together share artist, album, year and style:
+            // such a cell shares the text of the row above.
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(s, f + 1));
+            const int bytes = sqlite3_column_bytes(s, f + 1);
+            if (!text || bytes == 0) continue;
+            if (previous && SameText((*previous)[c], text, bytes)) row[c] = (*previous)[c];
+            else row[c] = QString::fromUtf8(text, bytes);
+        }
     }
     sqlite3_finalize(s);
     if (rc != SQLITE_DONE) {
         const QString reason = QString::fromUtf8(sqlite3_errmsg(db_));
         Close();
-        rows.clear();
+        rows.resize(firstRow);
         throw EngineFailure{reason};
     }
     current_ = rowids_.empty() ? -1 : 0;
+}
+
+// The row count, so the grid's rows are made in place once; counting reads
+// only the table's page headers.
+long long CatalogueStore::CountRows() {
+    sqlite3_stmt* s = nullptr;
+    long long n = 0;
+    const QByteArray sql = "SELECT count(*) FROM " + Quoted(RecordSource);
+    if (sqlite3_prepare_v2(db_, sql.constData(), -1, &s, nullptr) == SQLITE_OK && sqlite3_step(s) == SQLITE_ROW)
+        n = sqlite3_column_int64(s, 0);
+    sqlite3_finalize(s);
+    return std::max<long long>(n, 0);
 }
 
 void CatalogueStore::RequireOpen() const {

@@ -37,8 +37,9 @@ public:
     QString RecordSource = QStringLiteral("MP3DATA");
 
     // Opens DatabaseName and hands its rows, in table order, to the bound
-    // grid: columns 1..11 of each GridRow; `heading` gets the field names in
-    // columns 1..11. Throws EngineFailure when the file is no catalogue.
+    // grid: appended to `rows`, the fields in columns 1..11 of each GridRow;
+    // `heading` gets the field names in columns 1..11. Throws EngineFailure
+    // when the file is no catalogue.
     void Refresh(std::vector<GridRow>& rows, GridRow& heading);
     void Refresh();  // the same, for callers with no grid bound
     // Data1.Database.Close: lets go of the file.
@@ -72,6 +73,7 @@ public:
 private:
     enum class EditMode { None, AddNew, Edit };
     void Open();
+    long long CountRows();
     void RequireOpen() const;
     void RequireCurrent() const;
     void LoadCurrent();

@@ -120,10 +120,9 @@ void SongGrid::SetTextMatrix(int r, int c, const QString& text) {
     Notify(Change::Cell, r, c);
 }
 
-void SongGrid::SetDataRows(std::vector<GridRow>&& rows) {
-    GridRow heading = rows_.empty() ? GridRow{} : std::move(rows_[0]);
+void SongGrid::SetAllRows(std::vector<GridRow>&& rows) {
     rows_ = std::move(rows);
-    rows_.insert(rows_.begin(), std::move(heading));
+    if (rows_.empty()) rows_.resize(1);
     SetRows(Rows());
 }
 

@@ -50,8 +50,9 @@ public:
     void SetTextMatrix(int r, int c, const QString& text);
     const GridRow& RowCells(int r) const { return rows_[r]; }
 
-    // Replaces all song rows at once (row 0 stays), as a bound data control does.
-    void SetDataRows(std::vector<GridRow>&& rows);
+    // Replaces all rows at once, heading row included, as a bound data
+    // control does.
+    void SetAllRows(std::vector<GridRow>&& rows);
     // Appends rows after the last one in one change.
     void AppendRows(std::vector<GridRow>&& rows);
 

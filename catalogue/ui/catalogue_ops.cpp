@@ -25,7 +25,7 @@ void StartProgress(Form1& f, int n) {
 }  // namespace
 
 bool RefreshData1(Form1& f) {
-    std::vector<GridRow> rows;
+    std::vector<GridRow> rows(1);
     GridRow heading;
     try {
         f.Data1.Refresh(rows, heading);
@@ -33,8 +33,9 @@ bool RefreshData1(Form1& f) {
         f.MFGrid1.SetRows(1);
         return false;
     }
-    f.MFGrid1.SetDataRows(std::move(rows));
-    for (int c = 1; c < kGridCols - 1; ++c) f.MFGrid1.SetTextMatrix(0, c, heading[c]);
+    // The bound grid's heading row takes the field names.
+    rows[0] = std::move(heading);
+    f.MFGrid1.SetAllRows(std::move(rows));
     SetGridHeadings(f);
     return true;
 }

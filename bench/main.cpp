@@ -1,0 +1,61 @@
+// zorbench [case...]: runs the named benchmark cases (all by default) and
+// prints one row per measurement, ready for docs/BENCHMARKS.md.
+#include "bench/bench.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTextStream>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace zor::bench {
+
+std::vector<Case>& Cases() {
+    static std::vector<Case> cases;
+    return cases;
+}
+
+double Median(int runs, const std::function<void()>& prepare, const std::function<void()>& work) {
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        if (prepare) prepare();
+        QElapsedTimer t;
+        t.start();
+        work();
+        times.push_back(t.nsecsElapsed() / 1e9);
+    }
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+double ResidentMegabytes() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+    return 0;
+}
+
+}  // namespace zor::bench
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const QStringList wanted = app.arguments().mid(1);
+    QTextStream out(stdout);
+    out << "| measurement | time (s) | floor | floor (s) | ratio | target |\n|---|---|---|---|---|---|\n";
+    out.flush();
+    for (const auto& c : zor::bench::Cases()) {
+        if (!wanted.isEmpty() && !wanted.contains(QString::fromLatin1(c.name))) continue;
+        for (const auto& r : c.run()) {
+            const double ratio = r.floorSeconds > 0 ? r.seconds / r.floorSeconds : 0;
+            out << "| " << r.name << " | " << QString::number(r.seconds, 'f', 3) << " | " << r.floorName << " | "
+                << QString::number(r.floorSeconds, 'f', 3) << " | " << QString::number(ratio, 'f', 2) << " | "
+                << (r.target > 0 ? QStringLiteral("≤ %1").arg(r.target) : QStringLiteral("-")) << " |\n";
+            out.flush();
+        }
+    }
+    return 0;
+}
