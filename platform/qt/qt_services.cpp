@@ -62,7 +62,12 @@ QString QtFilterFromVb(const QString& vbFilter) {
         QString pattern = parts[i + 1];
         pattern.replace(u';', u' ');
         if (pattern == QStringLiteral("*.*")) pattern = QStringLiteral("*");
-        filters << parts[i] + QStringLiteral(" (") + pattern + u')';
+        // Qt reads the patterns from the last parentheses; a description that
+        // already shows them gives way to the real ones.
+        QString description = parts[i].trimmed();
+        if (description.endsWith(u')') && description.contains(u'('))
+            description = description.left(description.lastIndexOf(u'(')).trimmed();
+        filters << description + QStringLiteral(" (") + pattern + u')';
     }
     return filters.join(QStringLiteral(";;"));
 }
