@@ -14,7 +14,7 @@ fi
 # The first free display number from 57 up.
 n=${ZOR_DISPLAY:-57}
 while [[ -e /tmp/.X$n-lock || -e /tmp/.X11-unix/X$n ]]; do n=$((n + 1)); done
-display=:$n
-echo "No display found: starting ZOR JUKEBOX on the virtual X display $display (1280x800)."
-echo "Take a look with: DISPLAY=$display import -window root screen.png"
-exec xvfb-run --server-num="$n" --server-args="-screen 0 1280x800x24" "$program" "$@"
+auth=$PWD/build/Xauthority
+echo "No display found: starting ZOR JUKEBOX on the virtual X display :$n (1280x800)."
+echo "Take a look with: XAUTHORITY=$auth DISPLAY=:$n import -window root screen.png"
+exec xvfb-run --server-num="$n" --auth-file="$auth" --server-args="-screen 0 1280x800x24" "$program" "$@"
