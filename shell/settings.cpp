@@ -191,13 +191,15 @@ bool DecodeSettings(const QByteArray& bytes, Settings& s) {
     return r.complete;
 }
 
-void ApplyFirstUseDefaults(Settings& s, const QString& home) {
+namespace {
+
+// What the installation's defaults and the settings screen's default button
+// agree on; the two then differ in a handful of fields each.
+void ApplySharedDefaults(Settings& s, const QString& home) {
     const auto path = [&](const char* windowsPath) { return MapWindowsPath(QString::fromLatin1(windowsPath), home); };
     s.SortAtStart = 1;
     s.SortAtStartName = QStringLiteral("Song");
     s.SortDirection = 1;
-    s.ArtistSongSwap = 1;
-    s.PlayerChoice = 0;
     s.AutoLoad = 1;
     s.AddAllFileTypes = 1;
     s.AddMp3 = 1;
@@ -208,17 +210,28 @@ void ApplyFirstUseDefaults(Settings& s, const QString& home) {
     s.AddExtra3 = 0;
     s.WinampPath = path("D:\\Winamp\\Winamp.exe");
     s.MusicMatchPath = path("C:\\Program Files\\MusicMatch Jukebox 3\\MMJB.exe");
-    s.MediaPlayerPath = path("C:\\Audio\\Winamp.exe");
     s.OtherPlayerPath = path("C:\\Audio\\Winamp.exe");
-    s.Spare2 = QString();
     s.ClearBeforeAdd = 0;
-    s.FastPc = 0;
-    s.GridLayoutUser = 1;
     s.ShowLyricsAtPlay = 1;
     s.ShowPictureAtPlay = 1;
     s.RunExecuteAtPlay = 0;
-    s.PrintTotalWidth = 78;
     s.DirectPlay = 1;
+    s.Language = 1;
+    s.LyricsPath = path("C:\\Lyrics");
+    s.ExecutesPath = path("C:\\Executes");
+}
+
+}  // namespace
+
+void ApplyFirstUseDefaults(Settings& s, const QString& home) {
+    ApplySharedDefaults(s, home);
+    s.ArtistSongSwap = 1;
+    s.PlayerChoice = 0;
+    s.MediaPlayerPath = MapWindowsPath(QStringLiteral("C:\\Audio\\Winamp.exe"), home);
+    s.Spare2 = QString();
+    s.FastPc = 0;
+    s.GridLayoutUser = 1;
+    s.PrintTotalWidth = 78;
     s.GridFontName = s.LyricsFontName = s.PrinterFontName = QStringLiteral("Arial");
     s.GridFontSize = 10;
     s.LyricsFontSize = 10;
@@ -235,44 +248,19 @@ void ApplyFirstUseDefaults(Settings& s, const QString& home) {
     s.GridColumnWidth.fill(0);
     s.PrintColumnOn = {1, 1, 0, 1, 1, 0, 0, 0, 0, 0, 1, 0};
     s.PrintColumnWidth = {32, 25, 30, 5, 12, 50, 4, 40, 40, 40, 4, 0};
-    s.Language = 1;
-    s.LyricsPath = path("C:\\Lyrics");
-    s.PicturesPath = path("C:\\Pictures");
-    s.ExecutesPath = path("C:\\Executes");
+    s.PicturesPath = MapWindowsPath(QStringLiteral("C:\\Pictures"), home);
     s.Reserved3 = 1;
 }
 
 void ApplyCommand2Defaults(Settings& s, const QString& home) {
-    const auto path = [&](const char* windowsPath) { return MapWindowsPath(QString::fromLatin1(windowsPath), home); };
-    s.SortAtStart = 1;
-    s.SortAtStartName = QStringLiteral("Song");
-    s.SortDirection = 1;
+    ApplySharedDefaults(s, home);
     s.ArtistSongSwap = 0;
     s.PlayerChoice = 4;
-    s.AutoLoad = 1;
-    s.AddAllFileTypes = 1;
-    s.AddMp3 = 1;
-    s.AddWma = 1;
-    s.AddWav = 1;
-    s.AddExtra1 = 0;
-    s.AddExtra2 = 0;
-    s.AddExtra3 = 0;
-    s.WinampPath = path("D:\\Winamp\\Winamp.exe");
-    s.MusicMatchPath = path("C:\\Program Files\\MusicMatch Jukebox 3\\MMJB.exe");
-    s.MediaPlayerPath = path("C:\\Windows\\Mplayer.exe");
-    s.OtherPlayerPath = path("C:\\Audio\\Winamp.exe");
-    s.ClearBeforeAdd = 0;
+    s.MediaPlayerPath = MapWindowsPath(QStringLiteral("C:\\Windows\\Mplayer.exe"), home);
     s.FastPc = 1;
     s.GridLayoutUser = 0;
-    s.ShowLyricsAtPlay = 1;
-    s.ShowPictureAtPlay = 1;
-    s.RunExecuteAtPlay = 0;
     s.ShowFirst = 0;
-    s.DirectPlay = 1;
-    s.Language = 1;
-    s.LyricsPath = path("C:\\Lyrics");
-    s.PicturesPath = path("C:\\Artists");
-    s.ExecutesPath = path("C:\\Executes");
+    s.PicturesPath = MapWindowsPath(QStringLiteral("C:\\Artists"), home);
     s.IntroSeconds = 10;
     s.ShowAlbumCover = 0;
     s.ShowAlbumBack = 0;
