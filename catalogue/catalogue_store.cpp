@@ -80,6 +80,7 @@ void CatalogueStore::Close() {
     columns_.clear();
     current_ = -1;
     mode_ = EditMode::None;
+    dirty_ = 0;
     loaded_ = false;
     transactionDepth_ = 0;
 }
@@ -192,6 +193,7 @@ void CatalogueStore::MoveFirst() {
     if (rowids_.empty()) throw NoCurrentRecord();
     current_ = 0;
     mode_ = EditMode::None;
+    dirty_ = 0;  // leaving a row drops an edit that was not updated
     loaded_ = false;
 }
 
@@ -200,6 +202,7 @@ void CatalogueStore::MoveNext() {
     if (current_ >= int(rowids_.size())) throw NoCurrentRecord();
     ++current_;
     mode_ = EditMode::None;
+    dirty_ = 0;  // leaving a row drops an edit that was not updated
     loaded_ = false;
 }
 
@@ -215,6 +218,7 @@ void CatalogueStore::SetAbsolutePosition(int position) {
     if (position < 0 || position >= int(rowids_.size())) throw RuntimeError(3001, QStringLiteral("Invalid argument."));
     current_ = position;
     mode_ = EditMode::None;
+    dirty_ = 0;  // leaving a row drops an edit that was not updated
     loaded_ = false;
 }
 
@@ -232,7 +236,9 @@ void CatalogueStore::LoadCurrent() {
     Statement st(select_);
     sqlite3_bind_int64(select_, 1, rowids_[current_]);
     if (sqlite3_step(select_) != SQLITE_ROW) throw NoCurrentRecord();
-    for (int f = 0; f < kSongFields; ++f) buffer_[f] = ColumnValue(select_, f);
+    // Fields set since Edit keep their new values until Update writes them.
+    for (int f = 0; f < kSongFields; ++f)
+        if (!(dirty_ & (1u << f))) buffer_[f] = ColumnValue(select_, f);
     loaded_ = true;
 }
 
@@ -240,6 +246,7 @@ void CatalogueStore::AddNew() {
     RequireOpen();
     buffer_.fill(QVariant());
     dirty_ = 0;
+    loaded_ = false;  // the buffer no longer holds the current row
     mode_ = EditMode::AddNew;
 }
 
@@ -317,6 +324,7 @@ void CatalogueStore::Delete() {
     if (sqlite3_step(delete_) != SQLITE_DONE) throw EngineError(db_);
     rowids_.erase(rowids_.begin() + current_);
     mode_ = EditMode::None;
+    dirty_ = 0;  // leaving a row drops an edit that was not updated
     loaded_ = false;
 }
 
