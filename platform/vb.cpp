@@ -6,6 +6,9 @@
 #include <cstring>
 #include <limits>
 
+#include <locale.h>
+#include <stdlib.h>
+
 namespace zor::vb {
 
 QString LTrim(const QString& s) {
@@ -90,8 +93,12 @@ qsizetype ScanDecimal(const QString& s, qsizetype i, QByteArray* out) {
     return j;
 }
 
+// strtod reads the decimal point of LC_NUMERIC, which the application takes
+// from the user's environment (a comma for Dutch); "." is the only decimal
+// point here, so the text is read in the C locale whatever the user's is.
 double ParseDouble(const QByteArray& text) {
-    return std::strtod(text.constData(), nullptr);
+    static const locale_t c = newlocale(LC_NUMERIC_MASK, "C", nullptr);
+    return strtod_l(text.constData(), nullptr, c);
 }
 
 }  // namespace
