@@ -1,0 +1,131 @@
+// The play log: the fixed 80-byte line and the writers that append it to
+// ZORjuke.log in the program directory.
+#include "playback/play_log.h"
+
+#include "catalogue/song_grid.h"
+#include "platform/testing/fakes.h"
+#include "shell/jukebox.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace zor::testing {
+namespace {
+
+QByteArray Blanks(int n) { return QByteArray(n, ' '); }
+
+QByteArray Line(const QByteArray& time, const QByteArray& date, const QByteArray& song, const QByteArray& artist,
+                const QByteArray& year) {
+    auto field = [](const QByteArray& text, int width) { return text.leftJustified(width, ' ', true); };
+    return field(time, 12) + field(date, 10) + field(song, 30) + field(artist, 20) + field(year, 6) + "\r\n";
+}
+
+TEST(PlayLogRecord, EightyBytesInFixedColumnsCutNeverWrappedInTheWindowsCodePage) {
+    const QByteArray plain = EncodeLogRecord({"20:15", "22-11-2026", "Waterloo", "ABBA", "1974"});
+    EXPECT_EQ(plain, Line("20:15", "22-11-2026", "Waterloo", "ABBA", "1974"));
+    EXPECT_EQ(plain.size(), kLogLineBytes);
+    EXPECT_EQ(plain.mid(22, 8), QByteArray("Waterloo"));
+    EXPECT_EQ(plain.mid(52, 4), QByteArray("ABBA"));
+    EXPECT_EQ(plain.mid(72, 4), QByteArray("1974"));
+
+    // Every field over its width is cut where it ends; nothing spills into
+    // the next column or the line end.
+    const QString long31 = QStringLiteral("A title of thirty-one letters!X");
+    ASSERT_EQ(long31.size(), 31);
+    const QByteArray cut = EncodeLogRecord({QString(13, u'T'), QString(11, u'D'), long31, QString(21, u'='), "1974-75"});
+    EXPECT_EQ(cut, QByteArray(12, 'T') + QByteArray(10, 'D') + "A title of thirty-one letters!" + QByteArray(20, '=') +
+                       "1974-7\r\n");
+
+    // Windows-1252 bytes: one a character, "?" for what the page lacks.
+    const QString song = QStringLiteral("Café “Ölmüß” €5 – ☃");
+    const QByteArray text = EncodeLogRecord({{}, {}, song, QStringLiteral("Sigur Rós"), {}});
+    EXPECT_EQ(text.size(), kLogLineBytes);
+    EXPECT_EQ(text.mid(22, song.size()), QByteArray("Caf\xE9 \x93\xD6lm\xFC\xDF\x94 \x80"
+                                                    "5 \x96 ?"));
+    EXPECT_EQ(text.mid(22 + song.size(), 30 - song.size()), Blanks(30 - int(song.size())));
+    EXPECT_EQ(text.mid(52, 20), QByteArray("Sigur R\xF3s") + Blanks(11));
+
+    // An empty record is a blank line, its end kept.
+    EXPECT_EQ(EncodeLogRecord({}), Blanks(78) + "\r\n");
+}
+
+struct PlayLogTest : ::testing::Test {
+    QTemporaryDir dir;
+    TestPlatform tp;
+    Jukebox j{tp.platform};
+    SongGrid grid;
+    QString log() const { return j.ProgramFile(QStringLiteral("ZORjuke.log")); }
+    QByteArray LogBytes() const {
+        QFile f(log());
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    void SetUp() override {
+        j.ProgramDir = dir.path();
+        std::vector<GridRow> rows(3);
+        rows[2][1] = QStringLiteral("A title of thirty-one letters!X");
+        rows[2][2] = QStringLiteral("Mötley Crüe");
+        rows[2][3] = QStringLiteral("an album");
+        rows[2][4] = QStringLiteral("1989");
+        grid.SetAllRows(std::move(rows));
+        grid.SetRow(2);
+        grid.SetCol(6);
+    }
+};
+
+TEST_F(PlayLogTest, NothingIsWrittenWhileLoggingIsOff) {
+    j.settings.LogActivity = 0;
+    LogProgramStart(j);
+    LogSongStart(j, grid);
+    LogProgramStop(j);
+    EXPECT_FALSE(QFile::exists(log()));
+}
+
+TEST_F(PlayLogTest, LinesAreAppendedAfterWhateverTheFileHolds) {
+    j.settings.LogActivity = 1;
+    // A log left by an earlier run, not even a whole number of lines long.
+    const QByteArray earlier = QByteArray("old line\r\n").repeated(9) + "tail";
+    {
+        QFile f(log());
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(earlier);
+    }
+    const QByteArray time = LogTimeText(tp.clock.now).toLatin1(), date = LogDateText(tp.clock.now).toLatin1();
+
+    LogProgramStart(j);
+    LogSongStart(j, grid);
+    tp.clock.Advance(3600);
+    const QByteArray later = LogTimeText(tp.clock.now).toLatin1();
+    LogProgramStop(j);
+
+    const QByteArray bytes = LogBytes();
+    ASSERT_EQ(bytes.size(), earlier.size() + 6 * kLogLineBytes);
+    EXPECT_TRUE(bytes.startsWith(earlier));
+    QList<QByteArray> lines;
+    for (qsizetype at = earlier.size(); at < bytes.size(); at += kLogLineBytes) lines << bytes.mid(at, kLogLineBytes);
+    EXPECT_EQ(lines[0], Line(time, date, "ZOR JUKEBOX START:", "", ""));
+    EXPECT_EQ(lines[1], Line("Time:", "Date:", "Song:", "Artist:", "Year:"));
+    EXPECT_EQ(lines[2], QByteArray(12, '=') + QByteArray(10, '=') + QByteArray(30, '=') + QByteArray(20, '=') +
+                            QByteArray(6, '=') + "\r\n");
+    EXPECT_EQ(lines[3], Line(time, date, "A title of thirty-one letters!", "M\xF6tley Cr\xFC" "e", "1989"));
+    EXPECT_EQ(lines[4], Line(later, date, "ZOR JUKEBOX STOP.", "", ""));
+    EXPECT_EQ(lines[5], Blanks(78) + "\r\n");
+    // The grid's current cell walked over the three columns and ends on the title.
+    EXPECT_EQ(grid.Row(), 2);
+    EXPECT_EQ(grid.Col(), 1);
+}
+
+TEST_F(PlayLogTest, ALogThatCannotBeWrittenIsPassedOverQuietly) {
+    j.settings.LogActivity = 1;
+    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("ZORjuke.log")));
+    EXPECT_NO_THROW(LogProgramStart(j));
+    EXPECT_NO_THROW(LogSongStart(j, grid));
+    j.ProgramDir = dir.filePath(QStringLiteral("gone"));
+    EXPECT_NO_THROW(LogProgramStop(j));
+    EXPECT_FALSE(QFile::exists(j.ProgramFile(QStringLiteral("ZORjuke.log"))));
+}
+
+}  // namespace
+}  // namespace zor::testing
