@@ -153,8 +153,7 @@ double Int(double v) { return std::floor(v); }
 
 float Random::Rnd() {
     seed_ = (seed_ * 0x43FD43FDu + 0xC39EC3u) & 0xFFFFFFu;
-    last_ = float(seed_) / 16777216.0f;
-    return last_;
+    return RndRepeat();
 }
 
 void Random::Randomize(float timer) {

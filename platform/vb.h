@@ -35,14 +35,15 @@ double Int(double v);
 class Random {
 public:
     float Rnd();
-    float RndRepeat() const { return last_; }  // Rnd(0)
+    // Rnd(0): the current seed as a draw, which is the last draw, or what
+    // Randomize or SetSeed left.
+    float RndRepeat() const { return float(seed_) / 16777216.0f; }
     void Randomize(float timer);
     uint32_t Seed() const { return seed_; }
     void SetSeed(uint32_t seed) { seed_ = seed & 0xFFFFFF; }
 
 private:
     uint32_t seed_ = 327680;
-    float last_ = 0.0f;
 };
 
 }  // namespace zor::vb
