@@ -11,7 +11,8 @@ QString MapWindowsPath(const QString& path, const QString& home) {
         while (p.startsWith(u'/')) p.remove(0, 1);
         QString h = home;
         while (h.endsWith(u'/') && h.size() > 1) h.chop(1);
-        return p.isEmpty() ? h : h + u'/' + p;
+        if (p.isEmpty()) return h;
+        return h.endsWith(u'/') ? h + p : h + u'/' + p;  // home "/" gives "/rest", not "//rest"
     }
     p.replace(u'\\', u'/');
     return p;
