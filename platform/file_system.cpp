@@ -46,7 +46,10 @@ QStringList FileSystem::DirList(const QString& pattern, int attr) {
         return out;
     }
     const QRegularExpression rx = WildcardRegex(name);
-    QDir::Filters filters = QDir::Files | QDir::NoDotAndDotDot | QDir::System;
+    // Without QDir::System: that would add dangling or looping links, FIFOs and
+    // devices, none of which an exact look-up, FileLen or an open accepts as a
+    // file (and a FIFO opened for reading waits for a writer for ever).
+    QDir::Filters filters = QDir::Files | QDir::NoDotAndDotDot;
     if (wantDirs) filters |= QDir::Dirs;
     if (attr & vbHidden) filters |= QDir::Hidden;
     QDir dir(dirPath);

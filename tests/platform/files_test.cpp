@@ -1,0 +1,211 @@
+// Files as the jukebox sees them: the single-byte text of the record files,
+// Dir and the other file statements, the registry of files held open, binary
+// record access and the mapping of Windows paths.
+#include "platform/binary_file.h"
+#include "platform/cp1252.h"
+#include "platform/file_system.h"
+#include "platform/paths.h"
+#include "platform/runtime_error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+namespace zor {
+namespace {
+
+template <typename F>
+int ErrorOf(F&& call) {
+    try {
+        call();
+    } catch (const RuntimeError& e) {
+        return e.Number();
+    }
+    return 0;
+}
+
+class Scratch {
+public:
+    QString Path(const char* name) const { return dir_.path() + u'/' + QString::fromUtf8(name); }
+    QString Make(const char* name, const QByteArray& bytes = "x") const {
+        QFile f(Path(name));
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        return f.fileName();
+    }
+    static QByteArray Read(const QString& path) {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+    }
+
+private:
+    QTemporaryDir dir_;
+};
+
+QStringList Names(std::initializer_list<const char*> names) {
+    QStringList out;
+    for (const char* n : names) out << QString::fromUtf8(n);
+    return out;
+}
+
+TEST(Cp1252, EveryByteSurvivesTheRoundTripAndForeignCharactersBecomeQuestionMarks) {
+    QByteArray all;
+    for (int b = 0; b < 256; ++b) all.append(char(b));
+    const QString text = cp1252::Decode(all);
+    EXPECT_EQ(cp1252::Encode(text), all);
+    EXPECT_EQ(text[0x80], QChar(0x20AC));
+    EXPECT_EQ(text[0x8A], QChar(0x0160));
+    EXPECT_EQ(text[0x9F], QChar(0x0178));
+    EXPECT_EQ(text[0x81], QChar(0x0081));  // undefined in the code page: the C1 control
+    EXPECT_EQ(cp1252::Encode(QStringLiteral("€ “q” – 日本 Ω ÿ")), QByteArray("\x80 \x93q\x94 \x96 ?? ? \xFF"));
+    // U+0080 is not the euro sign's byte: that byte stands for U+20AC.
+    EXPECT_EQ(cp1252::Encode(QString(QChar(0x0080))), QByteArray("?"));
+
+    EXPECT_EQ(cp1252::Field(QStringLiteral("abc"), 5), QByteArray("abc  "));
+    EXPECT_EQ(cp1252::Field(QStringLiteral("abcdef"), 3), QByteArray("abc"));
+    EXPECT_EQ(cp1252::Field(QStringLiteral("€日"), 4), QByteArray("\x80?  "));
+    EXPECT_EQ(cp1252::Field(QStringLiteral("a\U0001F600b"), 3).size(), 3);
+}
+
+TEST(FileSystemDir, WildcardsIgnoreCaseAndListSortedWithoutRegardToCase) {
+    Scratch d;
+    for (const char* n : {"b.MP3", "A.mp3", "c.mp3x", "a.wav", ".hidden.mp3", "[1] a+b.mp3", "X", "x", "C"}) d.Make(n);
+    QDir().mkdir(d.Path("d.mp3"));
+    FileSystem fs;
+    EXPECT_EQ(fs.DirList(d.Path("*.mp3")), Names({"[1] a+b.mp3", "A.mp3", "b.MP3"}));
+    EXPECT_EQ(fs.DirList(d.Path("*.MP3"), vbDirectory), Names({"[1] a+b.mp3", "A.mp3", "b.MP3", "d.mp3"}));
+    EXPECT_EQ(fs.DirList(d.Path("*.mp3"), vbHidden), Names({".hidden.mp3", "[1] a+b.mp3", "A.mp3", "b.MP3"}));
+    EXPECT_EQ(fs.DirList(d.Path("[1]*")), Names({"[1] a+b.mp3"}));
+    EXPECT_EQ(fs.DirList(d.Path("?")), Names({"C", "X", "x"}));
+    EXPECT_EQ(fs.Dir(d.Path("a*")), QStringLiteral("A.mp3"));
+    EXPECT_EQ(fs.DirNext(), QStringLiteral("a.wav"));
+    EXPECT_EQ(fs.DirNext(), QString());
+    EXPECT_EQ(fs.DirNext(), QString());
+}
+
+TEST(FileSystemDir, ExactNamesAreCaseSensitiveAndMissingPlacesGiveNothing) {
+    Scratch d;
+    const QString file = d.Make("ZORjuke.ini");
+    QDir().mkdir(d.Path("sub"));
+    FileSystem fs;
+    EXPECT_EQ(fs.Dir(d.Path("ZORjuke.ini")), QStringLiteral("ZORjuke.ini"));
+    EXPECT_EQ(fs.Dir(d.Path("ZORjuke.INI")), QString());
+    EXPECT_EQ(fs.Dir(d.Path("sub")), QString());
+    EXPECT_EQ(fs.Dir(d.Path("sub"), vbDirectory), QStringLiteral("sub"));
+    EXPECT_EQ(fs.Dir(d.Path("sub/.")), QString());
+    EXPECT_EQ(fs.Dir(d.Path("missing/*.mp3")), QString());
+    EXPECT_EQ(fs.Dir(d.Path("missing/song.mp3")), QString());
+    EXPECT_EQ(fs.Dir(file + QStringLiteral("/*")), QString());
+}
+
+// What a wildcard lists must be a file the other statements accept: a
+// dangling or looping link is no file (FileLen would stop a scan with error
+// 53), and opening a FIFO for reading would wait for a writer for ever.
+TEST(FileSystemDir, OnlyRealFilesAreListedAmongLinksLoopsAndPipes) {
+    Scratch d;
+    d.Make("song.mp3", "ID3");
+    QFile::link(d.Path("song.mp3"), d.Path("alias.mp3"));
+    QFile::link(d.Path("gone"), d.Path("dangling.mp3"));
+    QFile::link(d.Path("loop.mp3"), d.Path("loop.mp3"));
+    QFile::link(d.Path("."), d.Path("self"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(d.Path("pipe.mp3")).constData(), 0600), 0);
+    FileSystem fs;
+    const QStringList listed = fs.DirList(d.Path("*.mp3"));
+    EXPECT_EQ(listed, Names({"alias.mp3", "song.mp3"}));
+    for (const QString& n : listed) EXPECT_EQ(fs.FileLen(d.Path(n.toUtf8().constData())), 3);
+    EXPECT_EQ(fs.DirList(d.Path("s*"), vbDirectory), Names({"self", "song.mp3"}));
+}
+
+TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
+    Scratch d;
+    const QString a = d.Make("a.mdb", "catalogue");
+    const QString c = d.Make("c.mdb", "other");
+    const QString src = d.Make("src", "copy");
+    QDir().mkdir(d.Path("sub"));
+    FileSystem fs;
+    const QString key = fs.HoldOpen(a);
+    EXPECT_EQ(ErrorOf([&] { fs.Kill(d.Path("sub/../a.mdb")); }), 75);
+    EXPECT_EQ(ErrorOf([&] { fs.Name(a, d.Path("b.mdb")); }), 75);
+    EXPECT_EQ(ErrorOf([&] { fs.SetAttr(a, vbReadOnly); }), 75);
+    EXPECT_EQ(ErrorOf([&] { fs.FileCopy(src, a); }), 70);
+    // A wildcard that takes in a held file deletes none of its matches.
+    EXPECT_EQ(ErrorOf([&] { fs.Kill(d.Path("*.mdb")); }), 75);
+    EXPECT_EQ(Scratch::Read(a), "catalogue");
+    EXPECT_EQ(Scratch::Read(c), "other");
+    EXPECT_FALSE(QFile::exists(d.Path("b.mdb")));
+    EXPECT_FALSE(QFile::exists(a + QStringLiteral(".zorcopy")));
+
+    // Holds count: the file is free after the last one goes, and a moved
+    // FileHold gives its hold back once.
+    {
+        FileHold first(fs, a);
+        FileHold second = std::move(first);
+        first.Reset();
+        fs.Release(key);
+        EXPECT_EQ(ErrorOf([&] { fs.Kill(a); }), 75);
+    }
+    EXPECT_FALSE(fs.IsHeldOpen(a));
+    fs.FileCopy(src, a);
+    EXPECT_EQ(Scratch::Read(a), "copy");
+    fs.Kill(d.Path("*.mdb"));
+    EXPECT_FALSE(QFile::exists(a) || QFile::exists(c));
+    EXPECT_EQ(ErrorOf([&] { fs.Kill(d.Path("*.mdb")); }), 53);
+    EXPECT_EQ(ErrorOf([&] { fs.Name(src, d.Path("sub")); }), 58);
+}
+
+TEST(BinaryFile, OneBasedPositionsGrowTheFileAndReadShortAtTheEnd) {
+    Scratch d;
+    const QString p = d.Path("rec.bin");
+    FileSystem fs;
+    {
+        BinaryFile f(fs, p);  // a missing file is made
+        EXPECT_EQ(f.Length(), 0);
+        f.Put(1, "abc");
+        f.Put(7, "xy");
+        EXPECT_EQ(f.Length(), 8);
+        EXPECT_EQ(f.Get(1, 8), QByteArray("abc\0\0\0xy", 8));
+        f.Put(2, "Z");
+        EXPECT_EQ(f.Length(), 8);
+        EXPECT_EQ(f.Get(7, 100), "xy");
+        EXPECT_TRUE(f.Get(9, 1).isEmpty());
+        EXPECT_EQ(ErrorOf([&] { f.Get(0, 1); }), 5);
+        EXPECT_EQ(ErrorOf([&] { fs.Kill(p); }), 75);  // open counts as held
+    }
+    EXPECT_EQ(Scratch::Read(p), QByteArray("aZc\0\0\0xy", 8));
+    EXPECT_FALSE(fs.IsHeldOpen(p));
+}
+
+TEST(BinaryFile, ReadOnlyNeverMakesAFileAndNeverWrites) {
+    Scratch d;
+    FileSystem fs;
+    const QString missing = d.Path("none.ini");
+    EXPECT_EQ(ErrorOf([&] { BinaryFile f(fs, missing, BinaryFile::ReadOnly); }), 53);
+    EXPECT_FALSE(QFile::exists(missing));
+    const QString p = d.Make("s.ini", "keep");
+    {
+        BinaryFile f(fs, p, BinaryFile::ReadOnly);
+        EXPECT_EQ(ErrorOf([&] { f.Put(1, "XX"); }), 70);
+    }
+    EXPECT_EQ(Scratch::Read(p), "keep");
+    EXPECT_EQ(ErrorOf([&] { BinaryFile f(fs, d.Path("")); }), 75);  // a directory
+    EXPECT_EQ(ErrorOf([&] { BinaryFile f(fs, d.Path("no/dir.bin")); }), 76);
+}
+
+TEST(Paths, DriveLettersStandForTheHomeDirectory) {
+    const QString home = QStringLiteral("/home/ann");
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("C:\\Lyrics"), home), QStringLiteral("/home/ann/Lyrics"));
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("d:\\Music\\Pop\\"), home + u'/'), QStringLiteral("/home/ann/Music/Pop/"));
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("C:\\"), home), home);
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("C:Lyrics"), home), QStringLiteral("/home/ann/Lyrics"));
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("C:\\Lyrics"), QStringLiteral("/")), QStringLiteral("/Lyrics"));
+    // No drive: only the separators change.
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("Lyrics\\Pop"), home), QStringLiteral("Lyrics/Pop"));
+    EXPECT_EQ(MapWindowsPath(QStringLiteral("É:\\x"), home), QStringLiteral("É:/x"));
+}
+
+}  // namespace
+}  // namespace zor
