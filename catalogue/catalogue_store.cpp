@@ -43,11 +43,6 @@ QVariant ColumnValue(sqlite3_stmt* s, int i) {
     }
 }
 
-QString ColumnText(sqlite3_stmt* s, int i) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(s, i));
-    return text ? QString::fromUtf8(text, sqlite3_column_bytes(s, i)) : QString();
-}
-
 // Whether a cell holds exactly these UTF-8 bytes; cheap for the plain text
 // that fills a catalogue, and false (a fresh decode) for anything else.
 bool SameText(const QString& cell, const char* utf8, int bytes) {

@@ -17,22 +17,53 @@ RuntimeError InvalidCol() { return {30010, QStringLiteral("Invalid Col value")};
 struct SortKey {
     int kind;  // 0 empty, 1 number, 2 text
     double number;
+    // The first eight folded UTF-16 units, the first in the highest bits:
+    // most pairs of titles differ there, and two integers compare fast.
+    std::array<uint64_t, 2> prefix;
     QString folded;
 };
 
+std::array<uint64_t, 2> PrefixOf(const QString& folded) {
+    std::array<uint64_t, 2> p{};
+    for (int i = 0; i < 8; ++i) p[i / 4] = (p[i / 4] << 16) | (i < folded.size() ? folded[i].unicode() : 0);
+    return p;
+}
+
+// QString::toCaseFolded walks the Unicode tables for every character; song
+// texts are mostly ASCII, which folds by arithmetic. Same result either way.
+QString Folded(const QString& text) {
+    QString out(text.size(), Qt::Uninitialized);
+    QChar* o = out.data();
+    for (const QChar ch : text) {
+        const char16_t c = ch.unicode();
+        if (c < 0x80) *o++ = QChar(char16_t(c - u'A') < 26u ? char16_t(c + 32) : c);
+        else if (ch.isSurrogate()) return text.toCaseFolded();
+        else *o++ = QChar(char16_t(QChar::toCaseFolded(char32_t(c))));
+    }
+    return out;
+}
+
 SortKey MakeKey(const QString& cell) {
-    if (cell.isEmpty()) return {0, 0, {}};
+    if (cell.isEmpty()) return {0, 0, {}, {}};
     if (vb::IsNumeric(cell)) {
         const double v = vb::NumericValue(cell);
-        if (!std::isnan(v)) return {1, v, {}};
+        if (!std::isnan(v)) return {1, v, {}, {}};
     }
-    return {2, 0, cell.toCaseFolded()};
+    QString folded = Folded(cell);
+    const auto prefix = PrefixOf(folded);
+    return {2, 0, prefix, std::move(folded)};
 }
 
 int CompareKeys(const SortKey& a, const SortKey& b) {
     if (a.kind != b.kind) return a.kind < b.kind ? -1 : 1;
     if (a.kind == 1) return a.number < b.number ? -1 : (b.number < a.number ? 1 : 0);
-    if (a.kind == 2) return a.folded.compare(b.folded);
+    if (a.kind == 2) {
+        // A zero-padded prefix orders as the whole text does up to its
+        // eighth unit, so only ties need the full comparison.
+        for (int i = 0; i < 2; ++i)
+            if (a.prefix[i] != b.prefix[i]) return a.prefix[i] < b.prefix[i] ? -1 : 1;
+        return a.folded.compare(b.folded);
+    }
     return 0;
 }
 
