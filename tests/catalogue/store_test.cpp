@@ -1,5 +1,6 @@
 // The catalogue store against real SQLite files in a temporary directory:
 // what it writes is checked in the file itself, byte for byte where it counts.
+#include "tests/support/errors.h"
 #include "catalogue/catalogue_store.h"
 #include "catalogue/schema.h"
 #include "platform/runtime_error.h"
@@ -26,16 +27,7 @@ void WriteFile(const QString& path, const QByteArray& bytes) {
     f.write(bytes);
 }
 
-// The number of the run-time error `f` raises; 0 when it raises none.
-template <typename F>
-int ErrorOf(F f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.Number();
-    }
-    return 0;
-}
+using testing::ErrorOf;
 
 void Exec(const QString& path, const char* sql) {
     sqlite3* db = nullptr;

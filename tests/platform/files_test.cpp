@@ -1,6 +1,7 @@
 // Files as the jukebox sees them: the single-byte text of the record files,
 // Dir and the other file statements, the registry of files held open, binary
 // record access and the mapping of Windows paths.
+#include "tests/support/errors.h"
 #include "platform/binary_file.h"
 #include "platform/cp1252.h"
 #include "platform/file_system.h"
@@ -18,15 +19,7 @@
 namespace zor {
 namespace {
 
-template <typename F>
-int ErrorOf(F&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.Number();
-    }
-    return 0;
-}
+using testing::ErrorOf;
 
 class Scratch {
 public:

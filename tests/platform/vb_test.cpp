@@ -1,5 +1,6 @@
 // The VB runtime rules the rest of the jukebox takes for granted: what a
 // number in a text is, how it rounds, and the generator behind every shuffle.
+#include "tests/support/errors.h"
 #include "platform/runtime_error.h"
 #include "platform/vb.h"
 
@@ -13,15 +14,7 @@
 namespace zor::vb {
 namespace {
 
-template <typename F>
-int ErrorOf(F&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.Number();
-    }
-    return 0;
-}
+using testing::ErrorOf;
 
 TEST(VbText, TrimmingTakesBlanksOnly) {
     EXPECT_EQ(Trim(QStringLiteral("  a b  ")), QStringLiteral("a b"));
