@@ -1,7 +1,7 @@
 #pragma once
 // The benchmark program: each case times an operation of the jukebox and a
 // floor measured in the same run, and reports their ratio. Timings are the
-// median of several runs.
+// median of several interleaved runs.
 #include <QString>
 
 #include <functional>
@@ -17,8 +17,15 @@ struct Result {
     double target;  // the largest acceptable ratio, 0 for none
 };
 
-// Median wall time of `runs` calls of `work`; `prepare` runs untimed before each.
-double Median(int runs, const std::function<void()>& prepare, const std::function<void()>& work);
+struct Timed {
+    std::function<void()> prepare;  // runs untimed before each call of work; may be empty
+    std::function<void()> work;
+};
+
+// The median wall time of each item over `rounds` rounds. A round runs every
+// item once, in turn, so a floor and the operations measured against it see
+// the same spells of a busy machine.
+std::vector<double> Medians(int rounds, const std::vector<Timed>& items);
 
 // Resident memory of this process, in megabytes.
 double ResidentMegabytes();

@@ -17,17 +17,22 @@ std::vector<Case>& Cases() {
     return cases;
 }
 
-double Median(int runs, const std::function<void()>& prepare, const std::function<void()>& work) {
-    std::vector<double> times;
-    for (int i = 0; i < runs; ++i) {
-        if (prepare) prepare();
-        QElapsedTimer t;
-        t.start();
-        work();
-        times.push_back(t.nsecsElapsed() / 1e9);
+std::vector<double> Medians(int rounds, const std::vector<Timed>& items) {
+    std::vector<std::vector<double>> times(items.size());
+    for (int r = 0; r < rounds; ++r)
+        for (size_t i = 0; i < items.size(); ++i) {
+            if (items[i].prepare) items[i].prepare();
+            QElapsedTimer t;
+            t.start();
+            items[i].work();
+            times[i].push_back(t.nsecsElapsed() / 1e9);
+        }
+    std::vector<double> medians;
+    for (auto& t : times) {
+        std::sort(t.begin(), t.end());
+        medians.push_back(t[t.size() / 2]);
     }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    return medians;
 }
 
 double ResidentMegabytes() {
