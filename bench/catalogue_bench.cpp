@@ -57,9 +57,7 @@ std::vector<Result> OpenCatalogue() {
     testing::TestInstallation inst;
     const QString catalogue = inst.File(QStringLiteral("Mp3data1.mdb"));
     testing::TestInstallation::AddSongs(catalogue, MakeSongs());
-    Settings s = inst.ReadSettings();
-    s.AutoLoad = 0;
-    inst.WriteSettings(s);
+    inst.EditSettings([](Settings& s) { s.AutoLoad = 0; });
     App app(inst.tp.platform);
     app.Start();
     Form1& f = *app.MainWindow();

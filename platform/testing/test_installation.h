@@ -25,6 +25,13 @@ public:
 
     Settings ReadSettings() const;
     void WriteSettings(const Settings& s) const;
+    // Reads the settings file, lets `edit` change the record, writes it back.
+    template <typename Edit>
+    void EditSettings(Edit&& edit) const {
+        Settings s = ReadSettings();
+        edit(s);
+        WriteSettings(s);
+    }
     // Appends songs to a catalogue file, numbering field 10 on from the rows
     // already there.
     static void AddSongs(const QString& catalogue, const std::vector<SongFields>& songs);

@@ -72,9 +72,7 @@ TEST(StartUp, NoticeWaitsWhileThePathSelectorIsOpen) {
 
 TEST(StartUp, WithoutAutoLoadTheCatalogueStaysClosedAndNoNoticeComes) {
     FormHarness h;
-    Settings s = h.inst.ReadSettings();
-    s.AutoLoad = 0;
-    h.inst.WriteSettings(s);
+    h.inst.EditSettings([](Settings& s) { s.AutoLoad = 0; });
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.j().SongCount, 1);
     EXPECT_FALSE(h.form().Data1.IsOpen());
@@ -120,9 +118,7 @@ TEST(StartUp, ProgramInAForeignDirectoryUsesTheCopyInAnInstallationPlace) {
 
 TEST(StartUp, ADutchSettingsFileStartsTheSystemInDutch) {
     FormHarness h;
-    Settings s = h.inst.ReadSettings();
-    s.Language = 0;
-    h.inst.WriteSettings(s);
+    h.inst.EditSettings([](Settings& s) { s.Language = 0; });
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.j().Language, QStringLiteral("0"));
     EXPECT_EQ(h.form().windowTitle(), QStringLiteral("ZOR JUKEBOX door ZOR electronics"));
@@ -153,10 +149,10 @@ TEST(StartUp, ASettingsFileUnderTheLowerCaseNameAloneIsOverwrittenByTheDefaults)
     // "ZORjuke.ini" alone counts as missing for that test.
     FormHarness h;
     QFile::remove(h.inst.File(QStringLiteral("ZORjuke.INI")));
-    Settings s = h.inst.ReadSettings();
-    s.Language = 0;
-    s.FastPc = 1;
-    h.inst.WriteSettings(s);
+    h.inst.EditSettings([](Settings& s) {
+        s.Language = 0;
+        s.FastPc = 1;
+    });
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.j().settings.Language, 1);
     EXPECT_EQ(h.inst.ReadSettings().Language, 1);
@@ -206,9 +202,7 @@ TEST(LeavingTheProgram, EveryWayOutWritesTheStopLinesAndEndsTheProcess) {
     for (const char* way : {"Exit1", "Command5", "Esc", "CloseBox"}) {
         SCOPED_TRACE(way);
         FormHarness h;
-        Settings s = h.inst.ReadSettings();
-        s.LogActivity = 1;
-        h.inst.WriteSettings(s);
+        h.inst.EditSettings([](Settings& s) { s.LogActivity = 1; });
         ASSERT_TRUE(h.Start());
         const QString w = QString::fromLatin1(way);
         if (w == u"Esc") QTest::keyClick(&h.form(), Qt::Key_Escape);
