@@ -43,16 +43,6 @@ QVariant ColumnValue(sqlite3_stmt* s, int i) {
     }
 }
 
-// Whether a cell holds exactly these UTF-8 bytes; cheap for the plain text
-// that fills a catalogue, and false (a fresh decode) for anything else.
-bool SameText(const QString& cell, const char* utf8, int bytes) {
-    if (cell.size() != bytes) return false;
-    const QChar* c = cell.constData();
-    for (int i = 0; i < bytes; ++i)
-        if (static_cast<unsigned char>(utf8[i]) >= 0x80 || c[i].unicode() != static_cast<unsigned char>(utf8[i])) return false;
-    return true;
-}
-
 QByteArray Quoted(const QString& name) { return '"' + name.toUtf8().replace("\"", "\"\"") + '"'; }
 
 }  // namespace
@@ -119,7 +109,7 @@ void CatalogueStore::Refresh() {
 
 void CatalogueStore::Refresh(std::vector<GridRow>& rows, GridRow& heading) {
     Open();
-    for (int f = 0; f < kSongFields; ++f) heading[GridColumnOfField(f)] = columns_[f];
+    for (int f = 0; f < kSongFields; ++f) heading.Set(GridColumnOfField(f), columns_[f]);
     const QByteArray sql = "SELECT rowid, * FROM " + Quoted(RecordSource) + " ORDER BY rowid";
     sqlite3_stmt* s = nullptr;
     if (sqlite3_prepare_v2(db_, sql.constData(), -1, &s, nullptr) != SQLITE_OK) {
@@ -128,25 +118,20 @@ void CatalogueStore::Refresh(std::vector<GridRow>& rows, GridRow& heading) {
         throw EngineFailure{reason};
     }
     const size_t firstRow = rows.size();
-    const auto expected = size_t(CountRows());
+    const size_t expected = ExpectedRows();
     rows.reserve(firstRow + expected);
     rowids_.reserve(expected);
+    GridRowBuilder builder(rows);
     int rc;
     while ((rc = sqlite3_step(s)) == SQLITE_ROW) {
         rowids_.push_back(sqlite3_column_int64(s, 0));
-        GridRow& row = rows.emplace_back();
-        const GridRow* previous = rows.size() > firstRow + 1 ? &rows[rows.size() - 2] : nullptr;
+        builder.AddRow();
         for (int f = 0; f < kSongFields; ++f) {
-            const int c = GridColumnOfField(f);
-            // Songs imported together share artist, album, year and style:
-            // such a cell shares the text of the row above.
             const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(s, f + 1));
-            const int bytes = sqlite3_column_bytes(s, f + 1);
-            if (!text || bytes == 0) continue;
-            if (previous && SameText((*previous)[c], text, bytes)) row[c] = (*previous)[c];
-            else row[c] = QString::fromUtf8(text, bytes);
+            if (text) builder.SetUtf8(GridColumnOfField(f), QByteArrayView(text, sqlite3_column_bytes(s, f + 1)));
         }
     }
+    builder.Finish();
     sqlite3_finalize(s);
     if (rc != SQLITE_DONE) {
         const QString reason = QString::fromUtf8(sqlite3_errmsg(db_));
@@ -157,16 +142,18 @@ void CatalogueStore::Refresh(std::vector<GridRow>& rows, GridRow& heading) {
     current_ = rowids_.empty() ? -1 : 0;
 }
 
-// The row count, so the grid's rows are made in place once; counting reads
-// only the table's page headers.
-long long CatalogueStore::CountRows() {
+// About how many rows the table has, so the grid's rows are made in place
+// once: the largest rowid, which the table's index gives without reading the
+// rows (a count would read every page once more). Deletions make it too high,
+// which costs only address space; it is capped for tables with odd rowids.
+size_t CatalogueStore::ExpectedRows() {
     sqlite3_stmt* s = nullptr;
     long long n = 0;
-    const QByteArray sql = "SELECT count(*) FROM " + Quoted(RecordSource);
+    const QByteArray sql = "SELECT max(rowid) FROM " + Quoted(RecordSource);
     if (sqlite3_prepare_v2(db_, sql.constData(), -1, &s, nullptr) == SQLITE_OK && sqlite3_step(s) == SQLITE_ROW)
         n = sqlite3_column_int64(s, 0);
     sqlite3_finalize(s);
-    return std::max<long long>(n, 0);
+    return size_t(std::clamp<long long>(n, 0, 1 << 20));
 }
 
 void CatalogueStore::RequireOpen() const {

@@ -73,7 +73,7 @@ public:
 private:
     enum class EditMode { None, AddNew, Edit };
     void Open();
-    long long CountRows();
+    size_t ExpectedRows();
     void RequireOpen() const;
     void RequireCurrent() const;
     void LoadCurrent();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <string>
 
 namespace zor {
 namespace {
@@ -20,41 +21,50 @@ struct SortKey {
     // The first eight folded UTF-16 units, the first in the highest bits:
     // most pairs of titles differ there, and two integers compare fast.
     std::array<uint64_t, 2> prefix;
-    QString folded;
+    // The whole folded text, in the sort's one buffer of folded texts.
+    size_t offset;
+    size_t length;
 };
 
-std::array<uint64_t, 2> PrefixOf(const QString& folded) {
+std::array<uint64_t, 2> PrefixOf(std::u16string_view folded) {
     std::array<uint64_t, 2> p{};
-    for (int i = 0; i < 8; ++i) p[i / 4] = (p[i / 4] << 16) | (i < folded.size() ? folded[i].unicode() : 0);
+    for (size_t i = 0; i < 8; ++i) p[i / 4] = (p[i / 4] << 16) | (i < folded.size() ? folded[i] : 0);
     return p;
 }
 
+// Appends the text folded for comparing without regard to case.
 // QString::toCaseFolded walks the Unicode tables for every character; song
 // texts are mostly ASCII, which folds by arithmetic. Same result either way.
-QString Folded(const QString& text) {
-    QString out(text.size(), Qt::Uninitialized);
-    QChar* o = out.data();
+void AppendFolded(QStringView text, std::u16string& out) {
+    const size_t at = out.size();
     for (const QChar ch : text) {
         const char16_t c = ch.unicode();
-        if (c < 0x80) *o++ = QChar(char16_t(c - u'A') < 26u ? char16_t(c + 32) : c);
-        else if (ch.isSurrogate()) return text.toCaseFolded();
-        else *o++ = QChar(char16_t(QChar::toCaseFolded(char32_t(c))));
+        if (c < 0x80) {
+            out += char16_t(c - u'A') < 26u ? char16_t(c + 32) : c;
+        } else if (ch.isSurrogate()) {
+            out.resize(at);
+            const QString folded = text.toString().toCaseFolded();
+            out.append(reinterpret_cast<const char16_t*>(folded.constData()), size_t(folded.size()));
+            return;
+        } else {
+            out += char16_t(QChar::toCaseFolded(char32_t(c)));
+        }
     }
-    return out;
 }
 
-SortKey MakeKey(const QString& cell) {
-    if (cell.isEmpty()) return {0, 0, {}, {}};
+SortKey MakeKey(QStringView cell, std::u16string& folded) {
+    if (cell.isEmpty()) return {0, 0, {}, 0, 0};
     if (vb::IsNumeric(cell)) {
         const double v = vb::NumericValue(cell);
-        if (!std::isnan(v)) return {1, v, {}, {}};
+        if (!std::isnan(v)) return {1, v, {}, 0, 0};
     }
-    QString folded = Folded(cell);
-    const auto prefix = PrefixOf(folded);
-    return {2, 0, prefix, std::move(folded)};
+    const size_t at = folded.size();
+    AppendFolded(cell, folded);
+    const size_t length = folded.size() - at;
+    return {2, 0, PrefixOf(std::u16string_view(folded).substr(at, length)), at, length};
 }
 
-int CompareKeys(const SortKey& a, const SortKey& b) {
+int CompareKeys(const SortKey& a, const SortKey& b, std::u16string_view folded) {
     if (a.kind != b.kind) return a.kind < b.kind ? -1 : 1;
     if (a.kind == 1) return a.number < b.number ? -1 : (b.number < a.number ? 1 : 0);
     if (a.kind == 2) {
@@ -62,7 +72,7 @@ int CompareKeys(const SortKey& a, const SortKey& b) {
         // eighth unit, so only ties need the full comparison.
         for (int i = 0; i < 2; ++i)
             if (a.prefix[i] != b.prefix[i]) return a.prefix[i] < b.prefix[i] ? -1 : 1;
-        return a.folded.compare(b.folded);
+        return folded.substr(a.offset, a.length).compare(folded.substr(b.offset, b.length));
     }
     return 0;
 }
@@ -140,14 +150,18 @@ void SongGrid::SetTopRow(int r) {
     Notify(Change::Selection, -1, -1);
 }
 
-const QString& SongGrid::TextMatrix(int r, int c) const {
+void SongGrid::CheckCell(int r, int c) const {
     if (r < 0 || r >= Rows() || c < 0 || c >= kGridCols) throw RuntimeError(381, QStringLiteral("Subscript out of range"));
-    return rows_[r][c];
+}
+
+QString SongGrid::TextMatrix(int r, int c) const {
+    CheckCell(r, c);
+    return rows_[r][c].toString();
 }
 
 void SongGrid::SetTextMatrix(int r, int c, const QString& text) {
-    if (r < 0 || r >= Rows() || c < 0 || c >= kGridCols) throw RuntimeError(381, QStringLiteral("Subscript out of range"));
-    rows_[r][c] = text;
+    CheckCell(r, c);
+    rows_[r].Set(c, text);
     Notify(Change::Cell, r, c);
 }
 
@@ -179,15 +193,17 @@ void SongGrid::Sort(int order) {
     const size_t n = size_t(last - first + 1);
 
     std::vector<SortKey> keys(n * keyCount);
+    std::u16string buffer;
     for (size_t i = 0; i < n; ++i)
-        for (int k = 0; k < keyCount; ++k) keys[i * keyCount + k] = MakeKey(rows_[first + i][c1 + k]);
+        for (int k = 0; k < keyCount; ++k) keys[i * keyCount + k] = MakeKey(rows_[first + i][c1 + k], buffer);
+    const std::u16string_view folded = buffer;
 
     std::vector<size_t> order_(n);
     std::iota(order_.begin(), order_.end(), 0);
     const bool descending = order == 2;
     std::stable_sort(order_.begin(), order_.end(), [&](size_t a, size_t b) {
         for (int k = 0; k < keyCount; ++k) {
-            const int c = CompareKeys(keys[a * keyCount + k], keys[b * keyCount + k]);
+            const int c = CompareKeys(keys[a * keyCount + k], keys[b * keyCount + k], folded);
             if (c != 0) return descending ? c > 0 : c < 0;
         }
         return false;
@@ -201,8 +217,7 @@ void SongGrid::Sort(int order) {
 }
 
 void SongGrid::Clear() {
-    for (GridRow& r : rows_)
-        for (QString& cell : r) cell.clear();
+    std::fill(rows_.begin(), rows_.end(), GridRow());
     Notify(Change::Reset, -1, -1);
 }
 

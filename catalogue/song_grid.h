@@ -44,9 +44,9 @@ public:
     int TopRow() const { return topRow_; }
     void SetTopRow(int r);
 
-    const QString& Text() const { return rows_[row_][col_]; }
+    QString Text() const { return rows_[row_][col_].toString(); }
     void SetText(const QString& text) { SetTextMatrix(row_, col_, text); }
-    const QString& TextMatrix(int r, int c) const;
+    QString TextMatrix(int r, int c) const;
     void SetTextMatrix(int r, int c, const QString& text);
     const GridRow& RowCells(int r) const { return rows_[r]; }
 
@@ -91,6 +91,7 @@ private:
     void Notify(Change change, int r, int c);
     void CheckRow(int r) const;
     void CheckCol(int c) const;
+    void CheckCell(int r, int c) const;
 
     std::vector<GridRow> rows_;
     int row_ = 0, col_ = 0, rowSel_ = 0, colSel_ = 0, topRow_ = 1;

@@ -81,8 +81,8 @@ void CheckSort(const QString& text, int order) {
     std::vector<GridRow> rows(1);
     for (int i = 0; i < lines.size(); ++i) {
         GridRow& r = rows.emplace_back();
-        r[1] = lines[i];
-        r[11] = QString::number(i);
+        r.Set(1, lines[i]);
+        r.Set(11, QString::number(i));
     }
     SongGrid g;
     g.SetAllRows(std::move(rows));

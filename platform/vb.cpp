@@ -27,6 +27,13 @@ QString Trim(const QString& s) { return LTrim(RTrim(s)); }
 
 namespace {
 
+// Trim without a copy, for the tests that only read the text.
+QStringView BlanksTrimmed(QStringView s) {
+    while (!s.isEmpty() && s.front() == u' ') s = s.sliced(1);
+    while (!s.isEmpty() && s.back() == u' ') s.chop(1);
+    return s;
+}
+
 bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 
 int DigitValue(QChar c, int base) {
@@ -39,7 +46,7 @@ int DigitValue(QChar c, int base) {
 // Reads "&H1F" / "&O17" at s[i]; returns false when it is not such a literal.
 // The value follows the runtime: up to four hex digits make a 16-bit Integer,
 // so &HFFFF is -1.
-bool ReadRadixLiteral(const QString& s, qsizetype& i, double& value) {
+bool ReadRadixLiteral(QStringView s, qsizetype& i, double& value) {
     if (i + 1 >= s.size() || s[i] != u'&') return false;
     const QChar kind = s[i + 1].toUpper();
     int base = 0;
@@ -66,7 +73,7 @@ bool ReadRadixLiteral(const QString& s, qsizetype& i, double& value) {
 
 // Scans a decimal number at s[i]: sign, digits, one ".", exponent with E or D.
 // Returns the end of the longest well-formed prefix, or i when there is none.
-qsizetype ScanDecimal(const QString& s, qsizetype i, QByteArray* out) {
+qsizetype ScanDecimal(QStringView s, qsizetype i, QByteArray* out) {
     qsizetype j = i;
     QByteArray text;
     if (j < s.size() && (s[j] == u'+' || s[j] == u'-')) text += char(s[j++].unicode());
@@ -103,8 +110,8 @@ double ParseDouble(const QByteArray& text) {
 
 }  // namespace
 
-bool IsNumeric(const QString& s) {
-    const QString t = Trim(s);
+bool IsNumeric(QStringView s) {
+    const QStringView t = BlanksTrimmed(s);
     if (t.isEmpty()) return false;
     qsizetype i = 0;
     double v = 0;
@@ -112,8 +119,8 @@ bool IsNumeric(const QString& s) {
     return ScanDecimal(t, 0, nullptr) == t.size();
 }
 
-double NumericValue(const QString& s) {
-    const QString t = Trim(s);
+double NumericValue(QStringView s) {
+    const QStringView t = BlanksTrimmed(s);
     qsizetype i = 0;
     double v = 0;
     if (ReadRadixLiteral(t, i, v)) return i == t.size() ? v : 0.0;

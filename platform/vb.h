@@ -14,10 +14,10 @@ QString RTrim(const QString& s);
 
 // True when the whole text is a number: optional blanks, sign, digits with at
 // most one ".", optional exponent (E or D), optional blanks; or &H / &O literals.
-bool IsNumeric(const QString& s);
+bool IsNumeric(QStringView s);
 
 // The numeric value of a text that IsNumeric accepts (0 otherwise).
-double NumericValue(const QString& s);
+double NumericValue(QStringView s);
 
 // Val: drops blanks, tabs and line feeds, then reads a number up to the first
 // character that can't belong to it. Never fails.

@@ -17,11 +17,11 @@ namespace {
 // 11 so that the order of equal keys can be seen after the sort.
 SongGrid GridOf(const QStringList& texts, int col = 1) {
     std::vector<GridRow> rows(1);
-    rows[0][col] = QStringLiteral("HEADING");
+    rows[0].Set(col, QStringLiteral("HEADING"));
     for (int i = 0; i < texts.size(); ++i) {
         GridRow& r = rows.emplace_back();
-        r[col] = texts[i];
-        r[11] = QString::number(i + 1);
+        r.Set(col, texts[i]);
+        r.Set(11, QString::number(i + 1));
     }
     SongGrid g;
     g.SetAllRows(std::move(rows));
@@ -99,7 +99,7 @@ TEST(SongGridSort, OnlyTheSelectedRowsMoveKeyedByTheSelectedColumnsLeftToRight) 
     const char* const data[6][3] = {{"Toto", "IV", "1982"},      {"abba", "Gold", "1992"}, {"ABBA", "Arrival", "1976"},
                                     {"Abba", "Gold", "1979"},     {"abba", "gold", "1978"}, {"Queen", "Jazz", "1978"}};
     for (int r = 0; r < 6; ++r)
-        for (int c = 0; c < 3; ++c) rows[r + 1][c + 2] = QString::fromUtf8(data[r][c]);
+        for (int c = 0; c < 3; ++c) rows[r + 1].Set(c + 2, QString::fromUtf8(data[r][c]));
     SongGrid g;
     g.SetAllRows(std::move(rows));
 

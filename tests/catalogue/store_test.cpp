@@ -117,7 +117,7 @@ TEST_F(StoreTest, AddedRowsLandInTheFileAndComeBackInTableOrder) {
 
     // Rows are appended after what the caller already has, e.g. its heading row.
     std::vector<GridRow> rows(1);
-    rows[0][1] = QStringLiteral("kept");
+    rows[0].Set(1, QStringLiteral("kept"));
     GridRow heading;
     store.Refresh(rows, heading);
     ASSERT_EQ(rows.size(), 4u);
@@ -125,7 +125,7 @@ TEST_F(StoreTest, AddedRowsLandInTheFileAndComeBackInTableOrder) {
     for (int f = 0; f < kSongFields; ++f) EXPECT_EQ(heading[f + 1], QString::fromLatin1(kCatalogueFieldNames[f]));
     for (int r = 0; r < 3; ++r) {
         EXPECT_EQ(rows[r + 1][1], titles[r]);
-        EXPECT_EQ(rows[r + 1][2], artists[r]);  // equal texts are shared, near-equal ones not
+        EXPECT_EQ(rows[r + 1][2], artists[r]);
         EXPECT_EQ(rows[r + 1][7], QStringLiteral(" Y"));
         EXPECT_EQ(rows[r + 1][11], QString::number(r + 1));
         EXPECT_TRUE(rows[r + 1][0].isEmpty() && rows[r + 1][4].isEmpty() && rows[r + 1][12].isEmpty());
