@@ -26,7 +26,8 @@ public:
     GridRow& operator=(GridRow&&) noexcept = default;
 
     // The cell's text, valid until the row changes.
-    QStringView operator[](int c) const { return QStringView(text_).sliced(base_ + Start(c), end_[c] - Start(c)); }
+    // Const, so that a cell can't be "assigned" through the view by mistake.
+    const QStringView operator[](int c) const { return QStringView(text_).sliced(base_ + Start(c), end_[c] - Start(c)); }
     void Set(int c, QStringView text);
 
 private:

@@ -62,10 +62,10 @@ struct PlayLogTest : ::testing::Test {
     void SetUp() override {
         j.ProgramDir = dir.path();
         std::vector<GridRow> rows(3);
-        rows[2][1] = QStringLiteral("A title of thirty-one letters!X");
-        rows[2][2] = QStringLiteral("Mötley Crüe");
-        rows[2][3] = QStringLiteral("an album");
-        rows[2][4] = QStringLiteral("1989");
+        rows[2].Set(1, QStringLiteral("A title of thirty-one letters!X"));
+        rows[2].Set(2, QStringLiteral("Mötley Crüe"));
+        rows[2].Set(3, QStringLiteral("an album"));
+        rows[2].Set(4, QStringLiteral("1989"));
         grid.SetAllRows(std::move(rows));
         grid.SetRow(2);
         grid.SetCol(6);
