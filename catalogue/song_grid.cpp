@@ -150,6 +150,28 @@ void SongGrid::SetTopRow(int r) {
     Notify(Change::Selection, -1, -1);
 }
 
+void SongGrid::PressCell(int r, int c) {
+    CheckRow(r);
+    CheckCol(c);
+    const int last = Rows() - 1;
+    if (r == 0 && last < 1) return;
+    if (r == 0 && c == 0) {
+        Select(1, 1, last, kGridCols - 1);
+        SetTopRow(1);
+    } else if (r == 0) {
+        Select(1, c, last, c);
+    } else if (c == 0) {
+        Select(r, 1, r, kGridCols - 1);
+    } else {
+        Select(r, c, r, c);
+    }
+}
+
+void SongGrid::DragTo(int r, int c) {
+    if (Rows() < 2) return;
+    Select(row_, col_, std::clamp(r, 1, Rows() - 1), std::clamp(c, 1, kGridCols - 1));
+}
+
 void SongGrid::CheckCell(int r, int c) const {
     if (r < 0 || r >= Rows() || c < 0 || c >= kGridCols) throw RuntimeError(381, QStringLiteral("Subscript out of range"));
 }

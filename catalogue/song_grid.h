@@ -9,6 +9,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -43,6 +44,16 @@ public:
     void Select(int row1, int col1, int row2, int col2);
     int TopRow() const { return topRow_; }
     void SetTopRow(int r);
+    // The user scrolled: TopRow follows, with no notice back to the view.
+    void ScrolledTo(int r) { topRow_ = std::clamp(r, 1, std::max(Rows() - 1, 1)); }
+
+    // The mouse, as the classic grid answers it. A press in a cell makes it
+    // current; on a column's heading it selects the whole column, on the
+    // fixed column the whole row, on the corner the whole grid. A drag then
+    // moves the selection's other corner. A heading press with no song rows
+    // changes nothing.
+    void PressCell(int r, int c);
+    void DragTo(int r, int c);
 
     QString Text() const { return rows_[row_][col_].toString(); }
     void SetText(const QString& text) { SetTextMatrix(row_, col_, text); }

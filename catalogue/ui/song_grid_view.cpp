@@ -1,11 +1,44 @@
 #include "catalogue/ui/song_grid_view.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace zor {
 
 QColor ColorFromBgr(int bgr) { return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF); }
 int BgrFromRgb(int r, int g, int b) { return (b << 16) | (g << 8) | r; }
+
+namespace {
+
+bool InSelection(const SongGrid& g, int row, int col) {
+    return row >= std::min(g.Row(), g.RowSel()) && row <= std::max(g.Row(), g.RowSel()) &&
+           col >= std::min(g.Col(), g.ColSel()) && col <= std::max(g.Col(), g.ColSel());
+}
+
+// Paints the current cell's focus rectangle over the usual cell.
+class CurrentCellDelegate : public QStyledItemDelegate {
+public:
+    CurrentCellDelegate(const SongGrid& grid, QObject* parent) : QStyledItemDelegate(parent), grid_(grid) {}
+    void paint(QPainter* p, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QStyleOptionViewItem o = option;
+        o.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
+        QStyledItemDelegate::paint(p, o, index);
+        if (index.row() + grid_.FixedRows() != grid_.Row() || index.column() != grid_.Col()) return;
+        p->save();
+        p->setPen(QPen(ColorFromBgr(grid_.ForeColor), 1, Qt::DotLine));
+        p->drawRect(option.rect.adjusted(0, 0, -1, -1));
+        p->restore();
+    }
+
+private:
+    const SongGrid& grid_;
+};
+
+}  // namespace
 
 int SongGridModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : std::max(grid_.Rows() - grid_.FixedRows(), 0);
@@ -17,8 +50,19 @@ QVariant SongGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const int row = index.row() + grid_.FixedRows();
     if (row >= grid_.Rows()) return {};
-    if (role == Qt::DisplayRole) return grid_.TextMatrix(row, index.column());
-    if (role == Qt::BackgroundRole && index.column() == 0) return QColor(Qt::lightGray);
+    const int col = index.column();
+    if (role == Qt::DisplayRole) return grid_.TextMatrix(row, col);
+    // The selection is painted in the grid's colours; the current cell is
+    // not, as the classic grid leaves it, so the eye finds it in a block.
+    const bool selected = col > 0 && InSelection(grid_, row, col) && !(row == grid_.Row() && col == grid_.Col());
+    if (role == Qt::BackgroundRole) {
+        if (col == 0) return QColor(Qt::lightGray);
+        return ColorFromBgr(selected ? grid_.BackColorSel : grid_.BackColor);
+    }
+    if (role == Qt::ForegroundRole) {
+        if (col == 0) return QColor(Qt::black);
+        return ColorFromBgr(selected ? grid_.ForeColorSel : grid_.ForeColor);
+    }
     return {};
 }
 
@@ -50,7 +94,11 @@ SongGridView::SongGridView(SongGrid& grid, const QString& name, QWidget* parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     horizontalHeader()->setHighlightSections(false);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setItemDelegate(new CurrentCellDelegate(grid_, this));
     setWordWrap(false);
+    horizontalHeader()->viewport()->installEventFilter(this);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int top) { grid_.ScrolledTo(top + 1); });
     grid_.changed = [this](SongGrid::Change change, int row, int col) { OnChanged(change, row, col); };
     ApplyAppearance();
 }
@@ -61,7 +109,10 @@ void SongGridView::OnChanged(SongGrid::Change change, int row, int col) {
     switch (change) {
     case SongGrid::Change::Reset: model_.Reset(); break;
     case SongGrid::Change::Cell: model_.CellChanged(row, col); break;
-    case SongGrid::Change::Selection: break;
+    case SongGrid::Change::Selection:
+        if (verticalScrollBar()->value() != grid_.TopRow() - 1) verticalScrollBar()->setValue(grid_.TopRow() - 1);
+        viewport()->update();
+        break;
     case SongGrid::Change::Appearance: ApplyAppearance(); break;
     }
 }
@@ -87,6 +138,94 @@ void SongGridView::ApplyAppearance() {
         if (px > 0) setColumnWidth(c, px);
     }
     setVisible(grid_.Visible());
+}
+
+void SongGridView::Press(int row, int col, Qt::MouseButton button) {
+    mouseRow_ = row;
+    mouseCol_ = col;
+    if (button == Qt::LeftButton) {
+        grid_.PressCell(row, col);
+        pressed_ = true;
+        dragging_ = row > 0 && col > 0;
+    }
+    emit MouseDown(button);
+}
+
+void SongGridView::Release(Qt::MouseButton button) {
+    if (button != Qt::LeftButton || !pressed_) return;
+    pressed_ = dragging_ = false;
+    emit Click();
+}
+
+void SongGridView::mousePressEvent(QMouseEvent* e) {
+    const QModelIndex i = indexAt(e->position().toPoint());
+    if (!i.isValid()) return;
+    setFocus(Qt::MouseFocusReason);
+    Press(i.row() + grid_.FixedRows(), i.column(), e->button());
+}
+
+void SongGridView::mouseMoveEvent(QMouseEvent* e) {
+    if (!dragging_ || !(e->buttons() & Qt::LeftButton)) return;
+    const QPoint p = e->position().toPoint();
+    // Past the edges the drag goes on to the first or last row and column.
+    int row = rowAt(std::clamp(p.y(), 0, viewport()->height() - 1));
+    if (p.y() < 0) row = std::max(rowAt(0) - 1, 0);
+    if (p.y() >= viewport()->height()) row = std::min(rowAt(viewport()->height() - 1) + 1, model_.rowCount() - 1);
+    if (row < 0) row = model_.rowCount() - 1;
+    int col = columnAt(std::clamp(p.x(), 0, viewport()->width() - 1));
+    if (col < 0) col = grid_.Cols() - 1;
+    grid_.DragTo(row + grid_.FixedRows(), col);
+    scrollTo(model_.index(row, std::max(col, 0)));
+}
+
+void SongGridView::mouseReleaseEvent(QMouseEvent* e) { Release(e->button()); }
+
+void SongGridView::mouseDoubleClickEvent(QMouseEvent* e) {
+    // The second press of a double click is a press as well.
+    mousePressEvent(e);
+    if (e->button() == Qt::LeftButton && indexAt(e->position().toPoint()).isValid()) emit DblClick();
+}
+
+bool SongGridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != horizontalHeader()->viewport()) return QTableView::eventFilter(watched, event);
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
+        auto* e = static_cast<QMouseEvent*>(event);
+        const int col = horizontalHeader()->logicalIndexAt(e->position().toPoint());
+        if (col >= 0) Press(0, col, e->button());
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease) {
+        Release(static_cast<QMouseEvent*>(event)->button());
+        return true;
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
+void SongGridView::keyPressEvent(QKeyEvent* e) {
+    const int last = grid_.Rows() - 1;
+    if (last < 1) return;
+    const bool extend = e->modifiers() & Qt::ShiftModifier;
+    const bool ctrl = e->modifiers() & Qt::ControlModifier;
+    // Keys move the current cell, or with Shift the selection's other corner.
+    int row = extend ? grid_.RowSel() : grid_.Row();
+    int col = extend ? grid_.ColSel() : grid_.Col();
+    const int page = std::max(viewport()->height() / std::max(rowHeight(0), 1) - 1, 1);
+    switch (e->key()) {
+    case Qt::Key_Up: --row; break;
+    case Qt::Key_Down: ++row; break;
+    case Qt::Key_Left: --col; break;
+    case Qt::Key_Right: ++col; break;
+    case Qt::Key_PageUp: row -= page; break;
+    case Qt::Key_PageDown: row += page; break;
+    case Qt::Key_Home: ctrl ? row = 1 : col = 1; break;
+    case Qt::Key_End: ctrl ? row = last : col = kGridCols - 1; break;
+    default: QTableView::keyPressEvent(e); return;
+    }
+    row = std::clamp(row, 1, last);
+    col = std::clamp(col, 1, kGridCols - 1);
+    if (extend) grid_.Select(grid_.Row(), grid_.Col(), row, col);
+    else grid_.Select(row, col, row, col);
+    scrollTo(model_.index(row - grid_.FixedRows(), col));
 }
 
 }  // namespace zor

@@ -24,6 +24,10 @@ private:
     SongGrid& grid_;
 };
 
+// The selection is the grid's (Row..RowSel by Col..ColSel), painted in its
+// selection colours; Qt's own selection model stays out of it. The mouse and
+// the keys move it by the grid's rules, and the view reports the mouse as the
+// program's handlers expect it.
 class SongGridView : public QTableView {
     Q_OBJECT
 public:
@@ -32,11 +36,35 @@ public:
     SongGrid& Grid() { return grid_; }
     // Takes fonts, colours, widths and visibility from the grid.
     void ApplyAppearance();
+    // The grid cell under the mouse at the last press; the heading row is 0.
+    int MouseRow() const { return mouseRow_; }
+    int MouseCol() const { return mouseCol_; }
+
+signals:
+    // Every press on a cell or a heading, after the press has moved the selection.
+    void MouseDown(Qt::MouseButton button);
+    // The left button let go after such a press, a drag included.
+    void Click();
+    void DblClick();
+
+protected:
+    void mousePressEvent(QMouseEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void mouseReleaseEvent(QMouseEvent* e) override;
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void OnChanged(SongGrid::Change change, int row, int col);
+    // A press at a grid cell: the grid's rule for the left button, then the report.
+    void Press(int row, int col, Qt::MouseButton button);
+    void Release(Qt::MouseButton button);
     SongGrid& grid_;
     SongGridModel model_;
+    int mouseRow_ = 0, mouseCol_ = 0;
+    bool dragging_ = false;
+    bool pressed_ = false;
 };
 
 // Twips, the forms' unit: 15 to the pixel.

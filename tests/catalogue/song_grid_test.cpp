@@ -159,5 +159,31 @@ TEST(SongGridChanges, WorkWhileRedrawIsOffOrHiddenComesAsOneReset) {
     EXPECT_EQ(std::get<0>(seen.back()), Change::Reset);
 }
 
+TEST(SongGridMouse, PressesSelectACellAColumnARowOrAllAndDragsMoveTheOtherCorner) {
+    SongGrid g = GridOf({"a", "b", "c", "d", "e"});
+    const auto selection = [&] { return std::make_tuple(g.Row(), g.Col(), g.RowSel(), g.ColSel()); };
+    g.PressCell(4, 3);
+    EXPECT_EQ(selection(), std::make_tuple(4, 3, 4, 3));
+    g.DragTo(2, 5);
+    EXPECT_EQ(selection(), std::make_tuple(4, 3, 2, 5));
+    g.DragTo(-3, 40);  // past the edges: the first row, the last column
+    EXPECT_EQ(selection(), std::make_tuple(4, 3, 1, 12));
+    g.PressCell(0, 6);
+    EXPECT_EQ(selection(), std::make_tuple(1, 6, 5, 6));
+    g.PressCell(3, 0);
+    EXPECT_EQ(selection(), std::make_tuple(3, 1, 3, 12));
+    g.SetTopRow(4);
+    g.PressCell(0, 0);
+    EXPECT_EQ(selection(), std::make_tuple(1, 1, 5, 12));
+    EXPECT_EQ(g.TopRow(), 1);
+
+    // With no song rows a heading press changes nothing.
+    SongGrid empty;
+    empty.PressCell(0, 4);
+    EXPECT_EQ(std::make_tuple(empty.Row(), empty.Col(), empty.RowSel(), empty.ColSel()), std::make_tuple(0, 0, 0, 0));
+    empty.DragTo(3, 3);
+    EXPECT_EQ(empty.RowSel(), 0);
+}
+
 }  // namespace
 }  // namespace zor
