@@ -329,6 +329,18 @@ void CatalogueStore::RollbackTransaction() {
     if (!db_ || transactionDepth_ == 0) return;
     transactionDepth_ = 0;
     sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    // Rows added or deleted in the transaction are back as they were; so
+    // must the positions be.
+    rowids_.clear();
+    sqlite3_stmt* s = nullptr;
+    const QByteArray sql = "SELECT rowid FROM " + Quoted(RecordSource) + " ORDER BY rowid";
+    if (sqlite3_prepare_v2(db_, sql.constData(), -1, &s, nullptr) == SQLITE_OK)
+        while (sqlite3_step(s) == SQLITE_ROW) rowids_.push_back(sqlite3_column_int64(s, 0));
+    sqlite3_finalize(s);
+    current_ = rowids_.empty() ? -1 : 0;
+    mode_ = EditMode::None;
+    dirty_ = 0;
+    loaded_ = false;
 }
 
 bool CatalogueStore::CompactFile(const QString& source, const QString& target) {

@@ -41,6 +41,9 @@ GridRow& GridRow::operator=(const GridRow& other) {
 }
 
 void GridRow::Set(int c, QStringView text) {
+    // Clearing cells that are empty already, as a walk over the marks does,
+    // leaves a shared row shared.
+    if (text == (*this)[c]) return;
     const int start = Start(c);
     const int old = end_[c] - start;
     if (text.size() - old > std::numeric_limits<int>::max() - end_.back()) throw OutOfMemory();

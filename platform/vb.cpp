@@ -25,14 +25,13 @@ QString RTrim(const QString& s) {
 
 QString Trim(const QString& s) { return LTrim(RTrim(s)); }
 
-namespace {
-
-// Trim without a copy, for the tests that only read the text.
-QStringView BlanksTrimmed(QStringView s) {
+QStringView TrimmedView(QStringView s) {
     while (!s.isEmpty() && s.front() == u' ') s = s.sliced(1);
     while (!s.isEmpty() && s.back() == u' ') s.chop(1);
     return s;
 }
+
+namespace {
 
 bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 
@@ -111,7 +110,7 @@ double ParseDouble(const QByteArray& text) {
 }  // namespace
 
 bool IsNumeric(QStringView s) {
-    const QStringView t = BlanksTrimmed(s);
+    const QStringView t = TrimmedView(s);
     if (t.isEmpty()) return false;
     qsizetype i = 0;
     double v = 0;
@@ -120,7 +119,7 @@ bool IsNumeric(QStringView s) {
 }
 
 double NumericValue(QStringView s) {
-    const QStringView t = BlanksTrimmed(s);
+    const QStringView t = TrimmedView(s);
     qsizetype i = 0;
     double v = 0;
     if (ReadRadixLiteral(t, i, v)) return i == t.size() ? v : 0.0;

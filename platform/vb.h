@@ -11,6 +11,8 @@ namespace zor::vb {
 QString Trim(const QString& s);
 QString LTrim(const QString& s);
 QString RTrim(const QString& s);
+// Trim for a text that is only read: the same blanks go, nothing is copied.
+QStringView TrimmedView(QStringView s);
 
 // True when the whole text is a number: optional blanks, sign, digits with at
 // most one ".", optional exponent (E or D), optional blanks; or &H / &O literals.

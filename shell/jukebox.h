@@ -51,6 +51,14 @@ struct Jukebox {
     // Selection and playback steering shared by the grids and the play engine.
     int32_t PlaylistEnd = 1;
     int16_t PlaylistActive = 0;
+    int16_t PlaylistBuilding = 0;  // a mark also appends its row to MFgrid2
+    // The rows of the last drag in the grid, kept between mouse events.
+    int32_t GridMarkStartRow = 0;
+    int32_t GridMarkEndRow = 0;
+    // The current cell at the last click.
+    int32_t GridRow = 0;
+    int32_t GridCol = 0;
+    QString SortedColumnName;
 
     // The font of the lyrics windows, set by the grid layout.
     struct Font {

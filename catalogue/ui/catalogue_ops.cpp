@@ -11,17 +11,6 @@ namespace {
 
 const QString kMdbFilter = QStringLiteral("mdb databases (*.mdb)|*.mdb|All Files (*.*)|*.*");
 
-void Working(Form1& f, const QColor& colour, const QString& text) {
-    f.ShowMessage(colour, text);
-    f.j.platform.events.DoEvents();
-}
-
-// A progress walk over n rows: Max n, Min and Value 0.
-void StartProgress(Form1& f, int n) {
-    f.ProgressBar1->setRange(0, std::max(n, 1));
-    f.ProgressBar1->setValue(0);
-}
-
 }  // namespace
 
 bool RefreshData1(Form1& f) {
@@ -43,7 +32,7 @@ bool RefreshData1(Form1& f) {
 void OpenDatabase(Form1& f) {
     Jukebox& j = f.j;
     // 1
-    Working(f, kYellow,
+    f.ShowWorking(kYellow,
             j.Lang(QStringLiteral("Opening Database ") + j.DatabaseFile + QStringLiteral(" - Please Wait ...."),
                    QStringLiteral("Te openen Database ") + j.DatabaseFile + QStringLiteral(" - Wacht s.v.p. ....")));
     // 2
@@ -134,7 +123,7 @@ void SaveDatabaseAs(Form1& f) {
         j.ShowMessageBuffer(vbExclamation);
         return;
     }
-    Working(f, kYellow, j.Lang(QStringLiteral("Database is now being saved; Please wait ..."),
+    f.ShowWorking(kYellow, j.Lang(QStringLiteral("Database is now being saved; Please wait ..."),
                                QStringLiteral("Database wordt nu bewaard; Wacht s.v.p. ...")));
     f.Data1.Close();
     try {
@@ -191,7 +180,7 @@ void CompactDatabase(Form1& f) {
     Jukebox& j = f.j;
     FileSystem& files = j.platform.files;
     // 1, 2, 3
-    Working(f, kYellow, j.Lang(QStringLiteral("Database is being compacted - Please Wait...."),
+    f.ShowWorking(kYellow, j.Lang(QStringLiteral("Database is being compacted - Please Wait...."),
                                QStringLiteral("Database wordt gecomprimeerd - Wacht s.v.p. ....")));
     const qint64 oldLength = files.FileLen(j.DatabaseFile);
     f.Data1.Close();
@@ -223,8 +212,8 @@ namespace {
 template <typename Step>
 void Renumber(Form1& f, Step step) {
     Jukebox& j = f.j;
-    StartProgress(f, j.SongCount);
-    Working(f, kYellow, j.Lang(QStringLiteral("Renumbering, Please Wait...."), QStringLiteral("Hernummering, Wacht s.v.p. ....")));
+    f.StartProgress(j.SongCount);
+    f.ShowWorking(kYellow, j.Lang(QStringLiteral("Renumbering, Please Wait...."), QStringLiteral("Hernummering, Wacht s.v.p. ....")));
     CatalogueStore& rs = f.Data1;
     rs.BeginTransaction();
     try {

@@ -1,6 +1,7 @@
 #include "shell/ui/form1.h"
 
 #include "catalogue/ui/catalogue_ops.h"
+#include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
 #include "shell/ui/startup.h"
@@ -51,6 +52,11 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
 
     MFGrid1View = new SongGridView(MFGrid1, QStringLiteral("MFGrid1"), central);
     MFgrid2View = new SongGridView(MFgrid2, QStringLiteral("MFgrid2"), central);
+    connect(MFGrid1View, &SongGridView::MouseDown, this, [this](Qt::MouseButton b) {
+        const int button = b == Qt::RightButton ? kRightButton : b == Qt::MiddleButton ? kMiddleButton : kLeftButton;
+        On([&] { GridMouseDown(*this, button); });
+    });
+    connect(MFGrid1View, &SongGridView::Click, this, [this] { On([&] { ClickGrid(*this); }); });
 
     BuildPanels();
 
@@ -92,10 +98,24 @@ void Form1::BuildMenus() {
     File->addSeparator();
     Exit1 = entry(File, "Exit1", "E&xit", [](Form1& f) { ExitProgram(f, false); });
     Edit = menu("Edit", "&Edit");
+    DelRec1 = entry(Edit, "DelRec1", "&Delete this Record only", DeleteRecord);
+    DelRec2 = entry(Edit, "DelRec2", "Delete &All selected Records", DeleteSelectedRecords);
+    DelFile1 = entry(Edit, "DelFile1", "Delete this Mp3 file (be careful!!)", DeleteSongFile);
+    Edit->addSeparator();
+    Mark1 = entry(Edit, "Mark1", "&Number selected records", NumberSelectedRows);
+    CleSel1 = entry(Edit, "CleSel1", "&Clear selection numbers", ClearSelectionNumbers);
     Action = menu("Action", "&Action");
     Clear1 = entry(Action, "Clear1", "C&lear database", ClearDatabaseMenu);
     Compact1 = entry(Action, "Compact1", "C&ompact database", CompactDatabase);
     Refresh1 = entry(Action, "Refresh1", "&Refresh database", RefreshDatabase);
+    Action->addSeparator();
+    Sorter1 = entry(Action, "Sorter1", "&Sort Selection A -> Z", [](Form1& f) { SortSelection(f, 1); });
+    Sorter2 = entry(Action, "Sorter2", "Sort Selection &Z -> A", [](Form1& f) { SortSelection(f, 2); });
+    Action->addSeparator();
+    Sorter3 = entry(Action, "Sorter3", "Sort &by Artist and Song", [](Form1& f) { DoubleSort(f, 2); });
+    Sorter4 = entry(Action, "Sorter4", "Sort &by Albu&m and Song", [](Form1& f) { DoubleSort(f, 3); });
+    Sorter5 = entry(Action, "Sorter5", "Sort by St&yle and Song", [](Form1& f) { DoubleSort(f, 5); });
+    Sorter6 = entry(Action, "Sorter6", "Sort by &Year and Song", [](Form1& f) { DoubleSort(f, 4); });
     Action->addSeparator();
     Ascreen = entry(Action, "Ascreen", "Change to Artistic Screen-layout", [](Form1& f) { ChangeSkin(f, true); });
     SettingsMenu = menu("Settings", "&Settings");
@@ -184,6 +204,17 @@ void Form1::ShowMessage(const QColor& background, const QString& text) {
     Text1->setPalette(p);
     Text1->setText(text);
     Text1->setCursorPosition(0);
+}
+
+void Form1::ShowWorking(const QColor& background, const QString& text) {
+    ShowMessage(background, text);
+    j.platform.events.DoEvents();
+}
+
+void Form1::StartProgress(int n) {
+    // A range of 0..0 would turn the bar into a busy indicator.
+    ProgressBar1->setRange(0, std::max(n, 1));
+    ProgressBar1->setValue(0);
 }
 
 QColor Form1::MessageColour() const { return Text1->palette().color(QPalette::Base); }

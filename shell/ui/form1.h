@@ -39,7 +39,9 @@ public:
     // Menus and the entries built so far.
     QMenu *File, *Edit, *Action, *SettingsMenu, *Help, *ZOR0;
     QAction *Open1, *Save1, *Save2, *Exit1;
+    QAction *DelRec1, *DelRec2, *DelFile1, *Mark1, *CleSel1;
     QAction *Clear1, *Compact1, *Refresh1, *Ascreen;
+    QAction *Sorter1, *Sorter2, *Sorter3, *Sorter4, *Sorter5, *Sorter6;
     QAction *Sett3;
     QAction *Inspect1, *DHelp1;
 
@@ -69,6 +71,10 @@ public:
     // The message line: background first, then the text.
     void ShowMessage(const QColor& background, const QString& text);
     QColor MessageColour() const;
+    // A running task's text, shown at once: events are let through after it.
+    void ShowWorking(const QColor& background, const QString& text);
+    // A walk over n rows: Max n, Min and Value 0.
+    void StartProgress(int n);
     // The count line: the label word and the number.
     void ShowCount(const QString& label, qint64 count);
 

@@ -3,6 +3,7 @@
 #include "catalogue/ui/catalogue_ops.h"
 #include "platform/runtime_error.h"
 #include "tests/support/form_harness.h"
+#include "tests/support/grid_columns.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -27,12 +28,6 @@ std::vector<SongFields> FiveSongs() {
             song("Angie", "Rolling Stones", "1973"), song("Africa", "Toto", "1982")};
 }
 
-QStringList Column(SongGrid& g, int c) {
-    QStringList out;
-    for (int r = 1; r < g.Rows(); ++r) out << g.TextMatrix(r, c);
-    return out;
-}
-
 struct CatalogueTest : ::testing::Test {
     FormHarness h;
     QString catalogue() { return h.inst.File(QStringLiteral("Mp3data1.mdb")); }
@@ -51,7 +46,7 @@ struct CatalogueTest : ::testing::Test {
 TEST_F(CatalogueTest, OpensSortedByTheStartColumnAndReportsIt) {
     StartWith(FiveSongs(), 2, 2);
     EXPECT_EQ(h.j().SongCount, 5);
-    EXPECT_EQ(Column(h.form().MFGrid1, 2),
+    EXPECT_EQ(ColumnTexts(h.form().MFGrid1, 2),
               QStringList({"Toto", "Rolling Stones", "Cranberries", "Beatles", "abba"}));
     EXPECT_EQ(h.form().Text1->text(), QStringLiteral("Number of songs is: 5  -  Assorted by: Artist"));
     EXPECT_EQ(h.form().Text2->text(), QStringLiteral("5"));
@@ -61,13 +56,13 @@ TEST_F(CatalogueTest, OpensSortedByTheStartColumnAndReportsIt) {
 
 TEST_F(CatalogueTest, NoSortingLeavesTableOrderAtFirstThenSortsByTheMarkColumn) {
     StartWith(FiveSongs(), 0);
-    EXPECT_EQ(Column(h.form().MFGrid1, 1).first(), QStringLiteral("Waterloo"));
+    EXPECT_EQ(ColumnTexts(h.form().MFGrid1, 1).first(), QStringLiteral("Waterloo"));
     // A later open in the same run sorts by column 0, the marks; marked rows
     // (numbers) come after the unmarked (empty) ones.
     h.form().MFGrid1.SetTextMatrix(3, 0, QStringLiteral("1"));
     OpenDatabase(h.form());
-    EXPECT_EQ(Column(h.form().MFGrid1, 1).first(), QStringLiteral("Waterloo"));
-    EXPECT_EQ(Column(h.form().MFGrid1, 0), QStringList({"", "", "", "", ""}));
+    EXPECT_EQ(ColumnTexts(h.form().MFGrid1, 1).first(), QStringLiteral("Waterloo"));
+    EXPECT_EQ(ColumnTexts(h.form().MFGrid1, 0), QStringList({"", "", "", "", ""}));
 }
 
 TEST_F(CatalogueTest, TheMasterIsRefusedByItsExactNameOnly) {
