@@ -15,6 +15,7 @@ struct Result {
     QString floorName;
     double floorSeconds;
     double target;  // the largest acceptable ratio, 0 for none
+    double targetSeconds = 0;  // the largest acceptable time, 0 for none
 };
 
 struct Timed {

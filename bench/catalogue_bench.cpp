@@ -1,6 +1,7 @@
 // Opening a catalogue of 100,000 songs into MFGrid1, against the floor of
 // reading the same rows with one SELECT.
 #include "bench/bench.h"
+#include "bench/songs.h"
 #include "catalogue/ui/catalogue_ops.h"
 #include "platform/testing/test_installation.h"
 #include "shell/ui/app.h"
@@ -15,26 +16,6 @@ namespace zor::bench {
 namespace {
 
 constexpr int kSongs = 100000;
-
-std::vector<testing::SongFields> MakeSongs() {
-    std::vector<testing::SongFields> songs;
-    songs.reserve(kSongs);
-    static const char* const words[] = {"Love", "Night", "Dance", "Heart", "Rain", "Fire", "Blue", "Summer",
-                                        "Dream", "Road",  "Moon",  "Angel", "Gold", "Star", "River", "Home"};
-    for (int i = 0; i < kSongs; ++i) {
-        testing::SongFields s;
-        const unsigned h = unsigned(i) * 2654435761u;
-        s[0] = QStringLiteral("%1 %2 %3").arg(words[h % 16], words[(h >> 4) % 16]).arg(i % 97);
-        s[1] = QStringLiteral("Artist %1").arg((h >> 8) % 4000);
-        s[2] = QStringLiteral("Album %1").arg((h >> 12) % 9000);
-        s[3] = QString::number(1950 + (h >> 16) % 70);
-        s[4] = QStringLiteral("Pop");
-        s[5] = QStringLiteral("/home/user/music/") + s[1] + u'/' + s[1] + QStringLiteral(" - ") + s[0] + QStringLiteral(".mp3");
-        s[6] = QStringLiteral(" Y");
-        songs.push_back(std::move(s));
-    }
-    return songs;
-}
 
 // The floor: every row read with one SELECT, each text field fetched.
 void SelectAll(const QString& path) {
@@ -56,7 +37,7 @@ void SelectAll(const QString& path) {
 std::vector<Result> OpenCatalogue() {
     testing::TestInstallation inst;
     const QString catalogue = inst.File(QStringLiteral("Mp3data1.mdb"));
-    testing::TestInstallation::AddSongs(catalogue, MakeSongs());
+    testing::TestInstallation::AddSongs(catalogue, MakeSongs(kSongs));
     inst.EditSettings([](Settings& s) { s.AutoLoad = 0; });
     App app(inst.tp.platform);
     app.Start();

@@ -58,7 +58,10 @@ int main(int argc, char** argv) {
             const double ratio = r.floorSeconds > 0 ? r.seconds / r.floorSeconds : 0;
             out << "| " << r.name << " | " << QString::number(r.seconds, 'f', 3) << " | " << r.floorName << " | "
                 << QString::number(r.floorSeconds, 'f', 3) << " | " << QString::number(ratio, 'f', 2) << " | "
-                << (r.target > 0 ? QStringLiteral("≤ %1").arg(r.target) : QStringLiteral("-")) << " |\n";
+                << (r.target > 0            ? QStringLiteral("≤ %1").arg(r.target)
+                    : r.targetSeconds > 0 ? QStringLiteral("≤ %1 s").arg(r.targetSeconds)
+                                          : QStringLiteral("-"))
+                << " |\n";
             out.flush();
         }
     }

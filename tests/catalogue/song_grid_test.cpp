@@ -1,6 +1,7 @@
 // The grid's row store: the sort rules (classes, case folding, numbers,
 // stability, the selected block) and the batching of change notices.
 #include "catalogue/song_grid.h"
+#include "tests/support/grid_columns.h"
 
 #include <QStringList>
 
@@ -12,6 +13,8 @@
 
 namespace zor {
 namespace {
+
+using testing::ColumnTexts;
 
 // A heading row and one row a text, each carrying its input place in column
 // 11 so that the order of equal keys can be seen after the sort.
@@ -26,12 +29,6 @@ SongGrid GridOf(const QStringList& texts, int col = 1) {
     SongGrid g;
     g.SetAllRows(std::move(rows));
     return g;
-}
-
-QStringList Column(const SongGrid& g, int c) {
-    QStringList out;
-    for (int r = 1; r < g.Rows(); ++r) out << g.TextMatrix(r, c);
-    return out;
 }
 
 void SortColumn(SongGrid& g, int col, int order) {
@@ -49,7 +46,7 @@ TEST(SongGridSort, EmptiesThenNumbersThenTextsWithoutRegardToCaseAndStable) {
     g.Sort(1);
     // Texts differing only after their fourth letter, and texts that are the
     // start of others, order as whole texts do.
-    EXPECT_EQ(Column(g, 11), QStringList({"3", "17", "6", "4", "14", "12", "13", "11", "10", "2", "5", "1", "15", "16",
+    EXPECT_EQ(ColumnTexts(g, 11), QStringList({"3", "17", "6", "4", "14", "12", "13", "11", "10", "2", "5", "1", "15", "16",
                                           "9", "7", "8"}));
     EXPECT_EQ(g.TextMatrix(0, 1), QStringLiteral("HEADING"));
     EXPECT_EQ(std::make_tuple(g.Row(), g.Col(), g.RowSel(), g.ColSel(), g.TopRow()), std::make_tuple(5, 1, 5, 1, 3));
@@ -58,13 +55,13 @@ TEST(SongGridSort, EmptiesThenNumbersThenTextsWithoutRegardToCaseAndStable) {
     // the order they came in.
     g = GridOf(texts);
     SortColumn(g, 1, 2);
-    EXPECT_EQ(Column(g, 11), QStringList({"7", "8", "9", "15", "16", "1", "2", "5", "10", "11", "13", "12", "14", "4",
+    EXPECT_EQ(ColumnTexts(g, 11), QStringList({"7", "8", "9", "15", "16", "1", "2", "5", "10", "11", "13", "12", "14", "4",
                                           "6", "3", "17"}));
 
     // Any other order leaves the rows alone.
     g = GridOf(texts);
     SortColumn(g, 1, 0);
-    EXPECT_EQ(Column(g, 1), texts);
+    EXPECT_EQ(ColumnTexts(g, 1), texts);
 }
 
 TEST(SongGridSort, NumericLookingCellsSortByValueOthersAsText) {
@@ -73,7 +70,7 @@ TEST(SongGridSort, NumericLookingCellsSortByValueOthersAsText) {
                         4);
     SortColumn(g, 4, 1);
     // &HFFFF is the 16-bit -1; a tab is no blank, so "\t7" is a text.
-    EXPECT_EQ(Column(g, 4), QStringList({"-5", "&HFFFF", ".5", "1.25", "1.5", "+3", "0012", "&H10", " 42 ", "1d2", "1e3",
+    EXPECT_EQ(ColumnTexts(g, 4), QStringList({"-5", "&HFFFF", ".5", "1.25", "1.5", "+3", "0012", "&H10", " 42 ", "1d2", "1e3",
                                          "\t7", "$5", "-", ".", "1,000", "1.2.3"}));
 }
 
@@ -91,7 +88,7 @@ TEST(SongGridSort, DecimalPointIsAPointWhateverTheLocale) {
     SongGrid g = GridOf({"1.5", "1.25", "1.75", "0.5"});
     SortColumn(g, 1, 1);
     std::setlocale(LC_NUMERIC, saved.c_str());
-    EXPECT_EQ(Column(g, 1), QStringList({"0.5", "1.25", "1.5", "1.75"})) << found;
+    EXPECT_EQ(ColumnTexts(g, 1), QStringList({"0.5", "1.25", "1.5", "1.75"})) << found;
 }
 
 TEST(SongGridSort, OnlyTheSelectedRowsMoveKeyedByTheSelectedColumnsLeftToRight) {
@@ -106,13 +103,13 @@ TEST(SongGridSort, OnlyTheSelectedRowsMoveKeyedByTheSelectedColumnsLeftToRight) 
     // Rows 2..5 by artist, album, year; the corners may be given either way round.
     g.Select(5, 4, 2, 2);
     g.Sort(1);
-    EXPECT_EQ(Column(g, 4), QStringList({"1982", "1976", "1978", "1979", "1992", "1978"}));
+    EXPECT_EQ(ColumnTexts(g, 4), QStringList({"1982", "1976", "1978", "1979", "1992", "1978"}));
     EXPECT_EQ(std::make_tuple(g.Row(), g.Col(), g.RowSel(), g.ColSel()), std::make_tuple(5, 4, 2, 2));
 
     // A block that reaches into the heading row sorts from row 1 on.
     g.Select(0, 2, 6, 2);
     g.Sort(2);
-    EXPECT_EQ(Column(g, 2), QStringList({"Toto", "Queen", "ABBA", "abba", "Abba", "abba"}));
+    EXPECT_EQ(ColumnTexts(g, 2), QStringList({"Toto", "Queen", "ABBA", "abba", "Abba", "abba"}));
     EXPECT_TRUE(g.TextMatrix(0, 2).isEmpty());
 }
 
