@@ -3,6 +3,7 @@
 #include "shell/ui/startup.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QPushButton>
 
 #include <stdexcept>
@@ -11,6 +12,11 @@ namespace zor::testing {
 
 void FormHarness::Tick(int n) {
     for (int i = 0; i < n; ++i) Timer1Tick(form());
+}
+
+FormHarness::~FormHarness() {
+    app.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void FormHarness::Click(const char* name) {

@@ -13,6 +13,10 @@ struct FormHarness {
     TestInstallation inst;
     std::unique_ptr<App> app;
 
+    // A window left behind by a reload is deleted later; it must go while
+    // the installation and the doubles it uses are still there.
+    ~FormHarness();
+
     // Runs Form1's Load; returns its outcome.
     bool Start() {
         app = std::make_unique<App>(inst.tp.platform);
