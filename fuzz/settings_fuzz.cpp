@@ -50,6 +50,9 @@ struct NoProcess : ProcessControl {
     void End() override {}
     bool Ended() const override { return false; }
 };
+struct NoDesktop : Desktop {
+    bool Open(const QString&) override { return false; }
+};
 
 void Require(bool ok, const char* what) {
     if (ok) return;
@@ -74,7 +77,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static NoEnvironment environment;
     static NoProcess process;
     static FileSystem files;
-    static Platform platform{messages, dialog, clock, events, beeper, environment, process, files};
+    static NoDesktop desktop;
+    static Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop};
     Require(dir.isValid(), "no temporary directory");
 
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));

@@ -94,6 +94,14 @@ public:
     virtual bool Ended() const = 0;
 };
 
+// ShellExecute's "open": hands a document or a web address to the desktop's
+// default program for it. False when nothing could take it.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+    virtual bool Open(const QString& documentOrUrl) = 0;
+};
+
 struct Platform {
     MessageBoxes& messages;
     CommonDialog& dialog;
@@ -103,6 +111,7 @@ struct Platform {
     Environment& environment;
     ProcessControl& process;
     FileSystem& files;
+    Desktop& desktop;
 };
 
 }  // namespace zor

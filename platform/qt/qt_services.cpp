@@ -1,9 +1,11 @@
 #include "platform/qt/qt_services.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QUrl>
 
 #include <vector>
 
@@ -81,6 +83,12 @@ void QtCommonDialog::ShowSave() {
 }
 
 void QtBeeper::Beep() { QApplication::beep(); }
+
+bool QtDesktop::Open(const QString& documentOrUrl) {
+    // A path is a local document; anything with a scheme is an address.
+    const QUrl url = documentOrUrl.startsWith(u'/') ? QUrl::fromLocalFile(documentOrUrl) : QUrl(documentOrUrl);
+    return QDesktopServices::openUrl(url);
+}
 
 void QtProcessControl::End() {
     // Leaves every event loop of the thread; main() returns without waiting

@@ -29,6 +29,11 @@ private:
     bool ended_ = false;
 };
 
+class QtDesktop : public Desktop {
+public:
+    bool Open(const QString& documentOrUrl) override;
+};
+
 // "desc|*.mdb|All Files (*.*)|*.*" as a Qt file dialog filter.
 QString QtFilterFromVb(const QString& vbFilter);
 

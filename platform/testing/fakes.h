@@ -89,6 +89,16 @@ public:
     bool Ended() const override { return ends > 0; }
 };
 
+class FakeDesktop : public Desktop {
+public:
+    QStringList opened;
+    bool succeed = true;
+    bool Open(const QString& documentOrUrl) override {
+        opened << documentOrUrl;
+        return succeed;
+    }
+};
+
 // The real file system with failures on demand: FailNext("FileCopy", 61)
 // makes the next FileCopy raise run-time error 61.
 class FakeFiles : public FileSystem {
@@ -115,7 +125,8 @@ struct TestPlatform {
     FakeEnvironment environment;
     FakeProcessControl process;
     FakeFiles files;
-    Platform platform{messages, dialog, clock, events, beeper, environment, process, files};
+    FakeDesktop desktop;
+    Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop};
     TestPlatform() {
         events.onWait = [this](int ms) { clock.Advance(ms / 1000.0); };
     }

@@ -18,7 +18,8 @@ int main(int argc, char** argv) {
     zor::SystemEnvironment environment;
     zor::QtProcessControl process;
     zor::FileSystem files;
-    zor::Platform platform{messages, dialog, clock, events, beeper, environment, process, files};
+    zor::QtDesktop desktop;
+    zor::Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop};
 
     zor::App app(platform);
     if (!app.Start() || process.Ended()) return 0;
