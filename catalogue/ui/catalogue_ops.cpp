@@ -74,6 +74,14 @@ void OpenDatabase(Form1& f) {
     }
 }
 
+void NewCatalogue(Form1& f) {
+    f.MFGrid1.Clear();
+    LayOutGrids(f);
+    f.ProgressBar1->setValue(0);
+    f.j.SongCount = 1;
+    f.j.PlaylistEnd = 1;
+}
+
 void OpenDatabaseDialog(Form1& f) {
     Jukebox& j = f.j;
     LayOutGrids(f);

@@ -5,6 +5,8 @@ namespace zor {
 class Form1;
 
 void OpenDatabase(Form1& f);
+// Nieuw: an empty window for a new catalogue; the file stays as it is.
+void NewCatalogue(Form1& f);
 void OpenDatabaseDialog(Form1& f);   // Open1, Command3
 void SaveDatabaseAs(Form1& f);       // Save2, Command4
 void SaveDatabase(Form1& f);         // Save1

@@ -4,6 +4,8 @@
 #include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
+#include "shell/ui/menus.h"
+#include "shell/ui/path_selector.h"
 #include "shell/ui/startup.h"
 
 #include <QAction>
@@ -80,51 +82,16 @@ Form1::~Form1() {
 }
 
 void Form1::BuildMenus() {
-    auto menu = [this](const char* name, const char* caption) {
-        QMenu* m = menuBar()->addMenu(QString::fromLatin1(caption));
-        m->setObjectName(QString::fromLatin1(name));
-        return m;
-    };
-    auto entry = [this](QMenu* m, const char* name, const char* caption, auto operation) {
-        QAction* a = m->addAction(QString::fromLatin1(caption));
-        a->setObjectName(QString::fromLatin1(name));
-        connect(a, &QAction::triggered, this, [this, operation] { On([&] { operation(*this); }); });
-        return a;
-    };
-    File = menu("File", "&File");
-    Open1 = entry(File, "Open1", "&Open Database", OpenDatabaseDialog);
-    Save1 = entry(File, "Save1", "&Save Database", SaveDatabase);
-    Save2 = entry(File, "Save2", "Save Database &As", SaveDatabaseAs);
-    File->addSeparator();
-    Exit1 = entry(File, "Exit1", "E&xit", [](Form1& f) { ExitProgram(f, false); });
-    Edit = menu("Edit", "&Edit");
-    DelRec1 = entry(Edit, "DelRec1", "&Delete this Record only", DeleteRecord);
-    DelRec2 = entry(Edit, "DelRec2", "Delete &All selected Records", DeleteSelectedRecords);
-    DelFile1 = entry(Edit, "DelFile1", "Delete this Mp3 file (be careful!!)", DeleteSongFile);
-    Edit->addSeparator();
-    Mark1 = entry(Edit, "Mark1", "&Number selected records", NumberSelectedRows);
-    CleSel1 = entry(Edit, "CleSel1", "&Clear selection numbers", ClearSelectionNumbers);
-    Action = menu("Action", "&Action");
-    Clear1 = entry(Action, "Clear1", "C&lear database", ClearDatabaseMenu);
-    Compact1 = entry(Action, "Compact1", "C&ompact database", CompactDatabase);
-    Refresh1 = entry(Action, "Refresh1", "&Refresh database", RefreshDatabase);
-    Action->addSeparator();
-    Sorter1 = entry(Action, "Sorter1", "&Sort Selection A -> Z", [](Form1& f) { SortSelection(f, 1); });
-    Sorter2 = entry(Action, "Sorter2", "Sort Selection &Z -> A", [](Form1& f) { SortSelection(f, 2); });
-    Action->addSeparator();
-    Sorter3 = entry(Action, "Sorter3", "Sort &by Artist and Song", [](Form1& f) { DoubleSort(f, 2); });
-    Sorter4 = entry(Action, "Sorter4", "Sort &by Albu&m and Song", [](Form1& f) { DoubleSort(f, 3); });
-    Sorter5 = entry(Action, "Sorter5", "Sort by St&yle and Song", [](Form1& f) { DoubleSort(f, 5); });
-    Sorter6 = entry(Action, "Sorter6", "Sort by &Year and Song", [](Form1& f) { DoubleSort(f, 4); });
-    Action->addSeparator();
-    Ascreen = entry(Action, "Ascreen", "Change to Artistic Screen-layout", [](Form1& f) { ChangeSkin(f, true); });
-    SettingsMenu = menu("Settings", "&Settings");
-    Sett3 = entry(SettingsMenu, "Sett3", "SAVE all settings", SaveAllSettingsFromForm);
-    Help = menu("Help", "&Help");
-    Inspect1 = entry(Help, "Inspect1", "Ins&pector", RunInspector);
-    DHelp1 = entry(Help, "DHelp1", "Di&rect Help", ToggleDirectHelp);
+    BuildMenuBar(*this);
+    File = findChild<QMenu*>(QStringLiteral("File"));
+    ZOR0 = findChild<QMenu*>(QStringLiteral("ZOR0"));
+    Exit1 = findChild<QAction*>(QStringLiteral("Exit1"));
+    DHelp1 = findChild<QAction*>(QStringLiteral("DHelp1"));
     DHelp1->setCheckable(true);
-    ZOR0 = menu("ZOR0", "&ZOR");
+}
+
+void Form1::Run(void (*operation)(Form1&)) {
+    On([&] { operation(*this); });
 }
 
 void Form1::BuildButtonBar() {
@@ -168,7 +135,9 @@ void Form1::BuildPanels() {
         f->hide();
         return f;
     };
-    Frame3 = frame("Frame3");
+    Frame3 = new PathSelector(centralWidget());
+    Frame3->hide();
+    connect(Frame3->Command15, &QPushButton::clicked, this, [this] { Run(InsertChosenPath); });
     Frame4 = frame("Frame4");
     Frame5 = frame("Frame5");
     Frame7 = frame("Frame7");
@@ -184,8 +153,6 @@ void Form1::BuildPanels() {
     Picture6->setText(QStringLiteral("Normal Skin"));
     Picture6->setCursor(Qt::PointingHandCursor);
     Picture6->installEventFilter(this);
-    txtSearchSpec = new QLineEdit(Frame3);
-    txtSearchSpec->setObjectName(QStringLiteral("txtSearchSpec"));
     Command17 = new QPushButton(centralWidget());
     Command17->setObjectName(QStringLiteral("Command17"));
 }

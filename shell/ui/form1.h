@@ -20,6 +20,7 @@ class QTimer;
 
 namespace zor {
 
+class PathSelector;
 class SongGridView;
 
 // The message line's colours.
@@ -36,14 +37,10 @@ public:
 
     Jukebox& j;
 
-    // Menus and the entries built so far.
-    QMenu *File, *Edit, *Action, *SettingsMenu, *Help, *ZOR0;
-    QAction *Open1, *Save1, *Save2, *Exit1;
-    QAction *DelRec1, *DelRec2, *DelFile1, *Mark1, *CleSel1;
-    QAction *Clear1, *Compact1, *Refresh1, *Ascreen;
-    QAction *Sorter1, *Sorter2, *Sorter3, *Sorter4, *Sorter5, *Sorter6;
-    QAction *Sett3;
-    QAction *Inspect1, *DHelp1;
+    // The menus (shell/ui/menus.cpp); every entry is a QAction with its
+    // name as objectName. The ones the shell itself touches:
+    QMenu *File, *ZOR0;
+    QAction *Exit1, *DHelp1;
 
     // The button bar.
     QGroupBox* Frame2;
@@ -61,9 +58,9 @@ public:
     CatalogueStore Data1;
 
     // Panels that come and go.
-    QFrame *Frame3, *Frame4, *Frame5, *Frame7, *Frame8;
+    PathSelector* Frame3;
+    QFrame *Frame4, *Frame5, *Frame7, *Frame8;
     QLabel *Picture1, *Picture2, *Picture6;
-    QLineEdit* txtSearchSpec;
     QPushButton* Command17;
 
     QTimer *Timer1, *Timer3, *Timer4;
@@ -77,6 +74,10 @@ public:
     void StartProgress(int n);
     // The count line: the label word and the number.
     void ShowCount(const QString& label, qint64 count);
+
+    // Runs an operation as an event does: a run-time error shows its box
+    // and ends only that operation.
+    void Run(void (*operation)(Form1&));
 
     // Unloads the window: the Unload handler runs, then the window closes.
     void Unload();

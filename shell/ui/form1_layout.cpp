@@ -1,5 +1,6 @@
 #include "catalogue/ui/song_grid_view.h"
 #include "shell/ui/form1.h"
+#include "shell/ui/menus.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -13,42 +14,7 @@
 namespace zor {
 namespace {
 
-struct Caption {
-    const char* name;
-    const char* english;
-    const char* dutch;  // nullptr: the English caption in both languages
-};
 
-const Caption kMenuCaptions[] = {
-    {"File", "&File", "&Bestand"},
-    {"Open1", "&Open Database", "&Open Database"},
-    {"Save1", "&Save Database", "&Bewaar Database"},
-    {"Save2", "Save Database &As", "Be&waar Database Als"},
-    {"Exit1", "E&xit", nullptr},
-    {"Edit", "&Edit", "Be&werk"},
-    {"DelRec1", "&Delete this Record only", "Ver&wijder alleen deze regel"},
-    {"DelRec2", "Delete &All selected Records", "Verwijder &alle geselecteerde regels"},
-    {"DelFile1", "Delete this Mp3 file (be careful!!)", "Verwijder dit Mp3 bestand van uw PC"},
-    {"Mark1", "&Number selected records", "Mar&keer geselecteerde regels"},
-    {"CleSel1", "&Clear selection numbers", "Wis selectie"},
-    {"Action", "&Action", "&Actie"},
-    {"Clear1", "C&lear database", "Wis gehele &Database"},
-    {"Compact1", "C&ompact database", "&Compact de Database"},
-    {"Refresh1", "&Refresh database", "Vernieuw de Database"},
-    {"Sorter1", "&Sort Selection A -> Z", "Sorteer selectie, &A -> Z"},
-    {"Sorter2", "Sort Selection &Z -> A", "Sorteer selectie, &Z -> A"},
-    {"Sorter3", "Sort &by Artist and Song", "&Sorteer op Artiest en Song!"},
-    {"Sorter4", "Sort &by Albu&m and Song", "Sorteer op Albu&m en Song!"},
-    {"Sorter5", "Sort by St&yle and Song", "Sorteer op &Stijl en Song!"},
-    {"Sorter6", "Sort by &Year and Song", "Sorteer op &Jaar en Song!"},
-    {"Ascreen", "Change to Artistic Screen-layout", "Verander in Artistieke scherm"},
-    {"Settings", "&Settings", "In&stelling"},
-    {"Sett3", "SAVE all settings", "BEWAAR Instellingen"},
-    {"Help", "&Help", "&Help"},
-    {"Inspect1", "Ins&pector", "Ins&pecteur"},
-    {"DHelp1", "Di&rect Help", nullptr},
-    {"ZOR0", "&ZOR", nullptr},
-};
 
 struct Tip {
     QPushButton* Form1::*button;
@@ -82,12 +48,7 @@ const char* const kLegendDutch =
 
 void SetLanguageCaptions(Form1& f) {
     const bool dutch = f.j.Language == QStringLiteral("0");
-    for (const Caption& c : kMenuCaptions) {
-        const QString text = QString::fromLatin1(dutch && c.dutch ? c.dutch : c.english);
-        const QString name = QString::fromLatin1(c.name);
-        if (auto* menu = f.findChild<QMenu*>(name)) menu->setTitle(text);
-        else if (auto* action = f.findChild<QAction*>(name)) action->setText(text);
-    }
+    SetMenuCaptions(f, dutch);
     f.setWindowTitle(dutch ? QStringLiteral("ZOR JUKEBOX door ZOR electronics") : QStringLiteral("ZOR JUKEBOX"));
     f.Frame2->setTitle(QString::fromLatin1(dutch ? kLegendDutch : kLegendEnglish));
     for (const Tip& t : kButtonTips)

@@ -8,6 +8,7 @@
 #include "playback/play_log.h"
 #include "shell/settings_file.h"
 #include "shell/ui/form1.h"
+#include "shell/ui/path_selector.h"
 
 #include <QAction>
 #include <QFrame>
@@ -178,7 +179,7 @@ bool Form1Load(Form1& f) {
     // 14
     f.Picture1->hide();
     f.Picture2->hide();
-    f.txtSearchSpec->hide();
+    f.Frame3->txtSearchSpec->hide();
     ShowStartupHint(f);
     // 15
     if (j.settings.ArtisticScreen != 0) {

@@ -2,6 +2,7 @@
 // driven through the real main window on a temporary installation.
 #include "playback/play_log.h"
 #include "shell/ui/startup.h"
+#include "shell/ui/path_selector.h"
 #include "tests/support/form_harness.h"
 
 #include <QAction>

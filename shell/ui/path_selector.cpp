@@ -1,0 +1,133 @@
+#include "shell/ui/path_selector.h"
+
+#include "shell/ui/form1.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRegularExpression>
+
+namespace zor {
+namespace {
+
+// Names in the order the old list controls showed them: without regard to
+// case, and no "." or "..".
+QStringList Entries(const QString& dir, QDir::Filters kind, const QString& pattern = {}) {
+    QDir d(dir);
+    if (!pattern.isEmpty() && pattern != QStringLiteral("*.*")) d.setNameFilters(pattern.split(u';', Qt::SkipEmptyParts));
+    return d.entryList(kind | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+}
+
+}  // namespace
+
+PathSelector::PathSelector(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("Frame3"));
+    setFrameShape(QFrame::Box);
+    setAutoFillBackground(true);
+    drvList = new QComboBox(this);
+    drvList->setObjectName(QStringLiteral("drvList"));
+    dirList = new QListWidget(this);
+    dirList->setObjectName(QStringLiteral("dirList"));
+    filList = new QListWidget(this);
+    filList->setObjectName(QStringLiteral("filList"));
+    txtSearchSpec = new QLineEdit(QStringLiteral("*.*"), this);
+    txtSearchSpec->setObjectName(QStringLiteral("txtSearchSpec"));
+    Label10 = new QLabel(this);
+    Label10->setObjectName(QStringLiteral("Label10"));
+    Command11 = new QPushButton(QStringLiteral("Close"), this);
+    Command11->setObjectName(QStringLiteral("Command11"));
+    Command15 = new QPushButton(QStringLiteral("Insert"), this);
+    Command15->setObjectName(QStringLiteral("Command15"));
+    Command16 = new QPushButton(QStringLiteral("START"), this);
+    Command16->setObjectName(QStringLiteral("Command16"));
+
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(drvList, 0, 0);
+    grid->addWidget(txtSearchSpec, 0, 1);
+    grid->addWidget(Label10, 1, 0, 1, 2);
+    grid->addWidget(dirList, 2, 0);
+    grid->addWidget(filList, 2, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(Command16);
+    buttons->addWidget(Command15);
+    buttons->addStretch();
+    buttons->addWidget(Command11);
+    grid->addLayout(buttons, 3, 0, 1, 2);
+
+    connect(drvList, &QComboBox::activated, this, [this](int i) { SetPath(drvList->itemData(i).toString()); });
+    // A double click goes into a directory; the first entry goes up.
+    connect(dirList, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
+        SetPath(item->data(Qt::UserRole).toString());
+    });
+    connect(txtSearchSpec, &QLineEdit::returnPressed, this, [this] { SetPattern(txtSearchSpec->text()); });
+    connect(Command11, &QPushButton::clicked, this, &QWidget::hide);
+}
+
+void PathSelector::FillDrives(const QString& home) {
+    drvList->clear();
+    QStringList places = {QStringLiteral("/"), home};
+    for (const QString& base : {QStringLiteral("/media"), QStringLiteral("/mnt"), QStringLiteral("/media/") + QDir(home).dirName()})
+        for (const QString& name : Entries(base, QDir::Dirs)) places << base + u'/' + name;
+    places.removeDuplicates();
+    for (const QString& place : places)
+        if (QDir(place).exists()) drvList->addItem(place, place);
+}
+
+void PathSelector::SetPath(const QString& directory) {
+    path_ = QDir::cleanPath(QDir(directory).absolutePath());
+    Fill();
+}
+
+void PathSelector::SetPattern(const QString& pattern) {
+    txtSearchSpec->setText(pattern.trimmed().isEmpty() ? QStringLiteral("*.*") : pattern.trimmed());
+    Fill();
+}
+
+QString PathSelector::FileName() const {
+    const QListWidgetItem* item = filList->currentItem();
+    return item ? item->text() : QString();
+}
+
+void PathSelector::Fill() {
+    Label10->setText(path_);
+    dirList->clear();
+    filList->clear();
+    if (path_ != QStringLiteral("/")) {
+        auto* up = new QListWidgetItem(QStringLiteral(".."), dirList);
+        up->setData(Qt::UserRole, QDir::cleanPath(path_ + QStringLiteral("/..")));
+    }
+    // An unreadable directory simply lists nothing.
+    for (const QString& name : Entries(path_, QDir::Dirs)) {
+        auto* item = new QListWidgetItem(name, dirList);
+        item->setData(Qt::UserRole, path_ == QStringLiteral("/") ? u'/' + name : path_ + u'/' + name);
+    }
+    filList->addItems(Entries(path_, QDir::Files, txtSearchSpec->text()));
+}
+
+void Browse(Form1& f) {
+    PathSelector& p = *f.Frame3;
+    if (p.drvList->count() == 0) p.FillDrives(f.j.platform.environment.HomeDirectory());
+    p.SetPattern(QStringLiteral("*.*"));
+    if (p.Path().isEmpty()) p.SetPath(f.j.platform.environment.HomeDirectory());
+    // Browsing inserts; only the import starts a scan.
+    p.Command15->show();
+    p.Command16->hide();
+    p.show();
+    p.raise();
+}
+
+void InsertChosenPath(Form1& f) {
+    const PathSelector& p = *f.Frame3;
+    if (p.Path().isEmpty()) return;
+    const QString file = p.FileName();
+    const QString text = file.isEmpty() ? p.Path() : (p.Path() == QStringLiteral("/") ? QString() : p.Path()) + u'/' + file;
+    SongGrid& g = f.MFGrid1;
+    if (f.j.GridRow < 1 || f.j.GridRow >= g.Rows() || f.j.GridCol < 1 || f.j.GridCol >= kGridCols) return;
+    g.SetTextMatrix(f.j.GridRow, f.j.GridCol, text);
+}
+
+}  // namespace zor
