@@ -149,8 +149,27 @@ void Form1::BuildPanels() {
     };
     Picture1 = picture("Picture1", centralWidget());
     Picture2 = picture("Picture2", centralWidget());
+    // The artistic skin's song information: texts in Frame4, pictures of
+    // the artist and the album in Frame5; the play engine fills them.
+    auto text = [](const char* name, QWidget* parent) {
+        auto* t = new QLineEdit(parent);
+        t->setObjectName(QString::fromLatin1(name));
+        t->setReadOnly(true);
+        t->setFrame(false);
+        return t;
+    };
+    Text4 = text("Text4", Frame4);
+    Text6 = text("Text6", Frame4);
+    Text7 = text("Text7", Frame4);
+    Text8 = text("Text8", Frame4);
+    Text9 = text("Text9", Frame4);
+    Picture3 = picture("Picture3", Frame5);
+    Picture4 = picture("Picture4", Frame5);
+    Picture5 = picture("Picture5", Frame5);
     Picture6 = picture("Picture6", Frame7);
     Picture6->setText(QStringLiteral("Normal Skin"));
+    Picture6->setAlignment(Qt::AlignCenter);
+    Picture6->setFrameShape(QFrame::Box);
     Picture6->setCursor(Qt::PointingHandCursor);
     Picture6->installEventFilter(this);
     Command17 = new QPushButton(centralWidget());

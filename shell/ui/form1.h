@@ -60,7 +60,8 @@ public:
     // Panels that come and go.
     PathSelector* Frame3;
     QFrame *Frame4, *Frame5, *Frame7, *Frame8;
-    QLabel *Picture1, *Picture2, *Picture6;
+    QLabel *Picture1, *Picture2, *Picture3, *Picture4, *Picture5, *Picture6;
+    QLineEdit *Text4, *Text6, *Text7, *Text8, *Text9;
     QPushButton* Command17;
 
     QTimer *Timer1, *Timer3, *Timer4;
@@ -103,5 +104,7 @@ private:
 void SetLanguageCaptions(Form1& f);
 // The position of the window and its parts for the screen and skin.
 void LayOutForm1(Form1& f);
+// The song information panels of the artistic skin, in the upper half.
+void LayOutArtisticPanels(Form1& f);
 
 }  // namespace zor

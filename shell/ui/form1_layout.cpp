@@ -81,4 +81,43 @@ void LayOutForm1(Form1& f) {
     f.Frame4->setGeometry(f.Frame4->x(), 2, 260, barHeight);
 }
 
+void LayOutArtisticPanels(Form1& f) {
+    const int width = f.j.ScreenWidthPx - 15;
+    const int top = f.Frame2->geometry().bottom() + 8;
+    const int bottom = f.MFGrid1View->y() - 8;
+    const int height = std::max(bottom - top, 60);
+    // Light on black, as the rest of the skin.
+    QPalette dark = f.palette();
+    dark.setColor(QPalette::Window, Qt::black);
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::WindowText, QColor(0, 250, 250));
+    dark.setColor(QPalette::Text, Qt::white);
+    const int infoWidth = width * 45 / 100;
+    const int pictureWidth = width * 40 / 100;
+    f.Frame4->setGeometry(0, top, infoWidth, height);
+    f.Frame5->setGeometry(infoWidth + 8, top, pictureWidth, height);
+    f.Frame7->setGeometry(infoWidth + pictureWidth + 16, top, width - infoWidth - pictureWidth - 16, height);
+    for (QFrame* frame : {f.Frame4, f.Frame5, f.Frame7}) {
+        frame->setPalette(dark);
+        frame->setAutoFillBackground(true);
+    }
+    QLineEdit* lines[] = {f.Text4, f.Text6, f.Text7, f.Text8, f.Text9};
+    const int lineHeight = std::min(height / 5, 40);
+    QFont big = f.font();
+    big.setPointSize(lineHeight > 30 ? 16 : 11);
+    big.setBold(true);
+    for (int i = 0; i < 5; ++i) {
+        lines[i]->setFont(i == 0 ? big : f.font());
+        lines[i]->setGeometry(8, 4 + i * lineHeight, infoWidth - 16, lineHeight - 4);
+    }
+    const int side = std::min((pictureWidth - 32) / 3, height - 16);
+    QLabel* pictures[] = {f.Picture3, f.Picture4, f.Picture5};
+    for (int i = 0; i < 3; ++i) {
+        pictures[i]->setGeometry(8 + i * (side + 8), 8, side, side);
+        pictures[i]->setScaledContents(false);
+        pictures[i]->setAlignment(Qt::AlignCenter);
+    }
+    f.Picture6->setGeometry(8, 8, f.Frame7->width() - 16, 32);
+}
+
 }  // namespace zor

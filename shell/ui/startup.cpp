@@ -114,6 +114,7 @@ void PaintArtisticSkin(Form1& f) {
     f.MFgrid2.BackColor = BgrFromRgb(100, 100, 100);
     f.MFgrid2.BackColorSel = BgrFromRgb(250, 250, 0);
     f.MFgrid2.AppearanceChanged();
+    LayOutArtisticPanels(f);
     f.Frame4->show();
     f.Frame5->show();
     f.Frame7->show();
