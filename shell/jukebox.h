@@ -34,6 +34,7 @@ struct Jukebox {
     int16_t SkinReload = 0;
     int16_t SkinSwitching = 0;
     int16_t LanguageChanged = 0;
+    bool MainWindowReloading = false;  // between the unload and the load of a reload
     QString DefaultCopyDir;
     int32_t PictureTopPx = 152;
     int32_t PictureBottomPx = 205;

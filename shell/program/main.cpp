@@ -9,6 +9,9 @@
 int main(int argc, char** argv) {
     QApplication qt(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ZOR JUKEBOX"));
+    // The main window closes and opens again for a new skin or language;
+    // the process ends only through its own ways out.
+    QApplication::setQuitOnLastWindowClosed(false);
 
     zor::QtMessageBoxes messages;
     zor::QtCommonDialog dialog;

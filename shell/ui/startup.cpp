@@ -228,8 +228,10 @@ bool Form1Load(Form1& f) {
 
 void Form1Unload(Form1& f) {
     Jukebox& j = f.j;
-    // The settings screen loads the window again for the new language.
-    if (j.LanguageChanged) return;
+    // The settings screen loads the window again for the new language. A
+    // window closed for good after a language change leaves no window
+    // behind, and then the process ends as well.
+    if (j.LanguageChanged && j.MainWindowReloading) return;
     if (j.SkinReload) return;
     j.platform.process.End();
 }

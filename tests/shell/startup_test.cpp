@@ -220,12 +220,20 @@ TEST(LeavingTheProgram, EveryWayOutWritesTheStopLinesAndEndsTheProcess) {
     }
 }
 
-TEST(LeavingTheProgram, AnUnloadForANewLanguageDoesNotEndTheProcess) {
+TEST(LeavingTheProgram, AReloadForANewLanguageKeepsTheProcessAndAClosedWindowEndsIt) {
     FormHarness h;
     ASSERT_TRUE(h.Start());
+    // As the settings screen does it: the new language saved, then a reload.
+    h.j().settings.Language = 0;
+    h.j().Language = QStringLiteral("0");
+    h.Click("Sett3");
     h.j().LanguageChanged = 1;
-    h.form().Unload();
+    h.j().ReloadMainWindow();
     EXPECT_EQ(h.inst.tp.process.ends, 0);
+    EXPECT_EQ(h.form().File->title(), QStringLiteral("&Bestand"));
+    // Leaving afterwards leaves no window, so the process ends.
+    h.Click("Exit1");
+    EXPECT_EQ(h.inst.tp.process.ends, 1);
 }
 
 TEST(Inspector, WritesItsEightLinesOnWhiteWithPausesBetween) {
