@@ -10,6 +10,7 @@ packages=(
   libgtest-dev googletest
   xvfb xauth x11-apps imagemagick fonts-dejavu-core
   clang libclang-rt-14-dev
+  sox lame
 )
 
 missing=()
