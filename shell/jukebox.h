@@ -61,6 +61,11 @@ struct Jukebox {
     int32_t GridCol = 0;
     QString SortedColumnName;
 
+    // The import: one chosen file instead of a tree; each file shown as it
+    // is scanned (the settings screen's box, not saved).
+    int16_t AddSingleFile = 0;
+    int16_t ShowScannedFiles = 0;
+
     // The font of the lyrics windows, set by the grid layout.
     struct Font {
         QString name;

@@ -80,7 +80,8 @@ std::vector<std::array<QString, 11>> TestInstallation::ReadSongs(const QString& 
     sqlite3_prepare_v2(d.db, "SELECT * FROM MP3DATA ORDER BY rowid", -1, &s, nullptr);
     while (sqlite3_step(s) == SQLITE_ROW) {
         auto& row = out.emplace_back();
-        for (int f = 0; f < 11; ++f) row[f] = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, f)));
+        for (int f = 0; f < 11; ++f)
+            row[f] = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, f)), sqlite3_column_bytes(s, f));
     }
     sqlite3_finalize(s);
     return out;

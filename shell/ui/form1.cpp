@@ -2,6 +2,7 @@
 
 #include "catalogue/ui/catalogue_ops.h"
 #include "catalogue/ui/grid_ops.h"
+#include "catalogue/ui/import_ops.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
 #include "shell/ui/menus.h"
@@ -105,7 +106,7 @@ void Form1::BuildButtonBar() {
     const Button buttons[] = {
         {&Command3, "Command3", OpenDatabaseDialog},
         {&Command4, "Command4", SaveDatabaseAs},
-        {&Command1, "Command1", nullptr},
+        {&Command1, "Command1", AddSongsNoClear},
         {&Command8, "Command8", nullptr},
         {&Command9, "Command9", nullptr},
         {&Command2, "Command2", nullptr},
@@ -138,6 +139,7 @@ void Form1::BuildPanels() {
     Frame3 = new PathSelector(centralWidget());
     Frame3->hide();
     connect(Frame3->Command15, &QPushButton::clicked, this, [this] { Run(InsertChosenPath); });
+    connect(Frame3->Command16, &QPushButton::clicked, this, [this] { Run(ScanSelectedPath); });
     Frame4 = frame("Frame4");
     Frame5 = frame("Frame5");
     Frame7 = frame("Frame7");

@@ -2,6 +2,7 @@
 
 #include "catalogue/ui/catalogue_ops.h"
 #include "catalogue/ui/grid_ops.h"
+#include "catalogue/ui/import_ops.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/help_ops.h"
 #include "shell/ui/path_selector.h"
@@ -54,9 +55,9 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "RemHead", "&Remove non-standard mp3-header", "Verwijder niet-standaard header uit MP3-bestand", nullptr},
     {MenuEntry::Entry, "Short1", "S&horten beginning or end of mp3 file", "In&korten van begin of eind van MP3-bestand", nullptr},
     {MenuEntry::Menu, "Action", "&Action", "&Actie", nullptr},
-    {MenuEntry::Entry, "ClearFill", "&Clear and Add songs", "&Wis en voeg song(s) toe", nullptr},
-    {MenuEntry::Entry, "AddSongs", "&Add All Songs ", "&Voeg alle songs toe", nullptr},
-    {MenuEntry::Entry, "AddOne", "Add &one Song", "Voeg &een song toe", nullptr},
+    {MenuEntry::Entry, "ClearFill", "&Clear and Add songs", "&Wis en voeg song(s) toe", ClearFill},
+    {MenuEntry::Entry, "AddSongs", "&Add All Songs ", "&Voeg alle songs toe", AddSongs},
+    {MenuEntry::Entry, "AddOne", "Add &one Song", "Voeg &een song toe", AddOne},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Clear1", "C&lear database", "Wis gehele &Database", ClearDatabaseMenu},
     {MenuEntry::Entry, "Compact1", "C&ompact database", "&Compact de Database", CompactDatabase},

@@ -93,6 +93,9 @@ QString PathSelector::FileName() const {
 }
 
 void PathSelector::Fill() {
+    // The chosen file stays chosen when the same directory is listed again.
+    const QString chosen = FileName();
+    const bool sameDirectory = Label10->text() == path_;
     Label10->setText(path_);
     dirList->clear();
     filList->clear();
@@ -106,6 +109,8 @@ void PathSelector::Fill() {
         item->setData(Qt::UserRole, path_ == QStringLiteral("/") ? u'/' + name : path_ + u'/' + name);
     }
     filList->addItems(Entries(path_, QDir::Files, txtSearchSpec->text()));
+    if (sameDirectory && !chosen.isEmpty())
+        if (const auto found = filList->findItems(chosen, Qt::MatchExactly); !found.isEmpty()) filList->setCurrentItem(found[0]);
 }
 
 void Browse(Form1& f) {

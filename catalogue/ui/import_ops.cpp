@@ -1,0 +1,212 @@
+#include "catalogue/ui/import_ops.h"
+
+#include "catalogue/ui/catalogue_ops.h"
+#include "platform/binary_file.h"
+#include "platform/cp1252.h"
+#include "platform/runtime_error.h"
+#include "shell/ui/form1.h"
+#include "shell/ui/path_selector.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include <set>
+
+namespace zor {
+namespace {
+
+constexpr int kPathField = 5;
+constexpr int kMaxPath = 150;
+
+// The 128 bytes at the end of a file where a song's tag lives.
+struct TagBytes {
+    QByteArray bytes;  // empty until a file of 128 bytes or more was read
+    bool HasTag() const { return bytes.startsWith("TAG"); }
+    QString Text(int offset, int length) const { return cp1252::Decode(bytes.mid(offset, length)); }
+    int Style() const { return static_cast<unsigned char>(bytes[127]); }
+};
+
+struct Scan {
+    Form1& f;
+    TagBytes tag;  // the last tag read: a short file keeps the one before
+    std::set<QString> visited;
+};
+
+void OpenSelector(Form1& f, int addSingleFile, const QString& english, const QString& dutch) {
+    Jukebox& j = f.j;
+    j.AddSingleFile = int16_t(addSingleFile);
+    f.ShowMessage(kYellow, j.Lang(english, dutch));
+    PathSelector& p = *f.Frame3;
+    if (p.drvList->count() == 0) p.FillDrives(j.platform.environment.HomeDirectory());
+    p.SetPattern(QStringLiteral("*.*"));
+    if (p.Path().isEmpty()) p.SetPath(j.platform.environment.HomeDirectory());
+    p.Command15->hide();
+    p.Command16->show();
+    p.show();
+    p.raise();
+}
+
+bool PassesFilter(const Settings& s, const QString& name) {
+    if (s.AddAllFileTypes == 1) return true;
+    const QString ext = name.right(3).toLower();
+    return (s.AddMp3 == 1 && ext == u"mp3") || (s.AddWma == 1 && ext == u"wma") || (s.AddWav == 1 && ext == u"wav") ||
+           (s.AddExtra1 == 1 && ext == s.ExtraExtension1.Text().toLower()) ||
+           (s.AddExtra2 == 1 && ext == s.ExtraExtension2.Text().toLower()) ||
+           (s.AddExtra3 == 1 && ext == s.ExtraExtension3.Text().toLower());
+}
+
+void ScanFile(Scan& scan, const QString& path) {
+    Form1& f = scan.f;
+    Jukebox& j = f.j;
+    // 1
+    if (j.ShowScannedFiles == 1) f.ShowWorking(kYellow, path);
+    // 2: a file that went away meanwhile is passed over; opening it as the
+    // old runtime did would make an empty file in its place.
+    if (!j.platform.files.FileExists(path)) return;
+    BinaryFile file(j.platform.files, path, BinaryFile::ReadOnly);
+    const qint64 length = file.Length();
+    if (length >= 128) scan.tag.bytes = file.Get(length - 127, 128);
+    // 3
+    const QString name = QFileInfo(path).fileName();
+    if (!PassesFilter(j.settings, name)) return;
+    // 4
+    CatalogueStore& rs = f.Data1;
+    rs.AddNew();
+    f.MFGrid1.SetRows(f.MFGrid1.Rows() + 1);
+    if (!scan.tag.HasTag()) {
+        // 5
+        const NameParts parts = CutFileName(name);
+        const bool swap = j.settings.ArtistSongSwap == 1;
+        rs.SetField(swap ? 0 : 1, parts.first);
+        rs.SetField(swap ? 1 : 0, parts.second);
+        rs.SetField(6, QStringLiteral(" N"));
+    } else {
+        // 6
+        rs.SetField(0, scan.tag.Text(3, 30));
+        rs.SetField(1, scan.tag.Text(33, 30));
+        rs.SetField(2, scan.tag.Text(63, 30));
+        rs.SetField(3, scan.tag.Text(93, 4));
+        rs.SetField(4, j.StyleTable[size_t(std::min(scan.tag.Style(), kStyleCount - 1))]);
+        rs.SetField(6, QStringLiteral(" Y"));
+    }
+    // 7, 8, 9
+    rs.SetField(kPathField, path.left(kMaxPath));
+    rs.SetField(kRecordNumberField, QString::number(rs.AbsolutePosition()).trimmed());
+    rs.Update();
+    j.SongCount = rs.RecordCount();
+    f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.SongCount);
+}
+
+QStringList Listing(const QString& dir, QDir::Filters kind) {
+    return QDir(dir).entryList(kind | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+}
+
+void ScanDirectory(Scan& scan, const QString& dir) {
+    // A directory reached again through a link is walked once: a link to a
+    // parent would otherwise never end.
+    const QString real = QFileInfo(dir).canonicalFilePath();
+    if (real.isEmpty() || !scan.visited.insert(real).second) return;
+    const QString base = dir == u"/" ? QString() : dir;
+    const QStringList subdirectories = Listing(dir, QDir::Dirs);
+    for (auto it = subdirectories.rbegin(); it != subdirectories.rend(); ++it) {
+        ScanDirectory(scan, base + u'/' + *it);
+        scan.f.j.platform.events.DoEvents();
+    }
+    for (const QString& name : Listing(dir, QDir::Files)) ScanFile(scan, base + u'/' + name);
+}
+
+void ShowNoValidFile(Jukebox& j) {
+    j.StartMessage(j.Lang(QStringLiteral("ATTENTION!"), QStringLiteral("ATTENTIE!")));
+    j.AddMessageLine(j.Lang(QStringLiteral("You have not selected a valid path  "), QStringLiteral("U heeft geen geldig Pad of bestandsnaam   ")));
+    j.AddMessageLine(j.Lang(QStringLiteral("or filename to be added!"), QStringLiteral("gekozen om toe te voegen!")));
+    j.AddMessageLine(j.Lang(QStringLiteral("Please try again. "), QStringLiteral("Probeer het s.v.p. opnieuw. ")));
+    j.ShowMessageBuffer(vbCritical);
+}
+
+}  // namespace
+
+NameParts CutFileName(const QString& name) {
+    // Positions counted from 1, as the walk over the name was written.
+    const qsizetype length = name.size();
+    qsizetype i = 1;
+    while (i < length && name[i - 1] != u'-') ++i;
+    NameParts parts;
+    parts.first = name.left(i - 1).left(30);
+    ++i;
+    while (i <= length && name[i - 1] == u' ') ++i;
+    const qsizetype count = length - 4 - i + 1;
+    if (count > 0) parts.second = name.mid(i - 1, count).left(30);
+    return parts;
+}
+
+void AddSongsNoClear(Form1& f) {
+    // The setting to clear first turns the button into ClearFill.
+    if (f.j.settings.ClearBeforeAdd == 1) {
+        ClearFill(f);
+        return;
+    }
+    OpenSelector(f, 0, QStringLiteral("Add songs (no clear): Please select the start-directory (path)"),
+                 QStringLiteral("Songs toevoegen (wist niet): Selecteer s.v.p. de start-directory (pad)"));
+}
+
+void AddSongs(Form1& f) {
+    OpenSelector(f, 0, QStringLiteral("Please select the start-directory (path)"),
+                 QStringLiteral("Selecteer nu s.v.p. de start-directory (pad)"));
+}
+
+void AddOne(Form1& f) {
+    OpenSelector(f, 1, QStringLiteral("Please select the directory (path) and file name of the song to be added"),
+                 QStringLiteral("Select de directory (pad) en bestandsnaam van de toe te voegen song"));
+}
+
+void ClearFill(Form1& f) {
+    ClearDatabase(f);
+    LayOutGrids(f);
+    OpenSelector(f, 0, QStringLiteral("Database Cleared - Now please select the start-directory (path)"),
+                 QStringLiteral("Database is gewist -Selecteer nu de start-directory (pad)"));
+}
+
+void ScanSelectedPath(Form1& f) {
+    Jukebox& j = f.j;
+    PathSelector& p = *f.Frame3;
+    // 1
+    if (p.Path().isEmpty() || !QFileInfo(p.Path()).isDir()) {
+        f.ShowMessage(kRed, j.Lang(QStringLiteral("No Directory (Path) selected; ADD aborted!"),
+                                   QStringLiteral("Geen Directory (pad) geselecteerd; Invoegen is afgebroken!")));
+        return;
+    }
+    // 2, 3
+    f.ShowWorking(kYellow, j.Lang(QStringLiteral("Loading the Database - Please Wait ....."),
+                                  QStringLiteral("Database wordt geladen - Wacht s.v.p. .....")));
+    p.SetPattern(QStringLiteral("*.*"));
+    const QString base = p.Path() == u"/" ? QString() : p.Path();
+    if (j.AddSingleFile == 1 && (p.FileName().isEmpty() || !QFileInfo(base + u'/' + p.FileName()).isFile())) {
+        if (j.HidePictureForms) j.HidePictureForms();
+        ShowNoValidFile(j);
+        return;
+    }
+    // 4: all the new rows land together; the grid shows them once.
+    Scan scan{f, {}, {}};
+    CatalogueStore& rs = f.Data1;
+    f.MFGrid1.SetRedraw(false);
+    rs.BeginTransaction();
+    try {
+        if (j.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
+        else ScanDirectory(scan, p.Path());
+        rs.CommitTransaction();
+    } catch (...) {
+        rs.RollbackTransaction();
+        f.MFGrid1.SetRedraw(true);
+        throw;
+    }
+    f.MFGrid1.SetRedraw(true);
+    // 5, 6
+    RenumberRecordsByPosition(f);
+    OpenDatabase(f);
+}
+
+}  // namespace zor
