@@ -55,6 +55,7 @@ void CatalogueStore::Close() {
     if (!db_) return;
     for (auto& [mask, stmt] : updates_) sqlite3_finalize(stmt);
     updates_.clear();
+    numbering_.clear();  // finalized with statements_
     for (sqlite3_stmt* s : statements_) sqlite3_finalize(s);
     statements_.clear();
     select_ = insert_ = delete_ = nullptr;
@@ -307,6 +308,24 @@ void CatalogueStore::Delete() {
     rowids_.erase(rowids_.begin() + current_);
     mode_ = EditMode::None;
     dirty_ = 0;  // leaving a row drops an edit that was not updated
+    loaded_ = false;
+}
+
+void CatalogueStore::NumberRows(int field, int count) {
+    RequireOpen();
+    if (field < 0 || field >= kSongFields) throw RuntimeError(3265, QStringLiteral("Item not found in this collection."));
+    if (count > int(rowids_.size())) throw NoCurrentRecord();
+    const QByteArray table = Quoted(RecordSource);
+    const QByteArray sql = "UPDATE " + table + " SET " + Quoted(columns_[field]) +
+                           " = r.n FROM (SELECT rowid AS id, row_number() OVER (ORDER BY rowid) AS n FROM " + table +
+                           ") AS r WHERE " + table + ".rowid = r.id AND r.n <= ?";
+    sqlite3_stmt*& s = numbering_[field];
+    if (!s) s = Prepare(sql.constData());
+    Statement st(s);
+    sqlite3_bind_int(s, 1, count);
+    if (sqlite3_step(s) != SQLITE_DONE) throw EngineError(db_);
+    mode_ = EditMode::None;
+    dirty_ = 0;
     loaded_ = false;
 }
 

@@ -215,43 +215,29 @@ void CompactDatabase(Form1& f) {
 
 namespace {
 
-// Both renumberings in one transaction: a failure half-way leaves the old
-// numbers, never half of the new ones.
-template <typename Step>
-void Renumber(Form1& f, Step step) {
+// Both renumberings come to the same: field 10 of each row set to its place
+// in table order. The store does it in one statement, which also makes it
+// all or nothing.
+void Renumber(Form1& f) {
     Jukebox& j = f.j;
     f.StartProgress(j.SongCount);
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Renumbering, Please Wait...."), QStringLiteral("Hernummering, Wacht s.v.p. ....")));
-    CatalogueStore& rs = f.Data1;
-    rs.BeginTransaction();
     try {
-        for (int i = 1; i <= j.SongCount; ++i) {
-            f.ProgressBar1->setValue(i);
-            step(rs, i);
-            rs.Edit();
-            rs.SetField(kRecordNumberField, i);
-            rs.Update();
-        }
-        rs.CommitTransaction();
+        f.Data1.NumberRows(kRecordNumberField, j.SongCount);
     } catch (...) {
-        rs.RollbackTransaction();
         f.ProgressBar1->setValue(0);
         throw;
     }
+    f.SetProgress(j.SongCount);
     f.ProgressBar1->setValue(0);
 }
 
 }  // namespace
 
-void RenumberRecords(Form1& f) {
-    if (f.j.SongCount > 0) f.Data1.MoveFirst();
-    Renumber(f, [](CatalogueStore& rs, int i) {
-        if (i > 1) rs.MoveNext();
-    });
-}
+void RenumberRecords(Form1& f) { Renumber(f); }
 
 void RenumberRecordsByPosition(Form1& f) {
-    Renumber(f, [](CatalogueStore& rs, int i) { rs.SetAbsolutePosition(i - 1); });
+    Renumber(f);
     RefreshData1(f);
 }
 

@@ -1,7 +1,6 @@
 #include "catalogue/ui/import_ops.h"
 
 #include "catalogue/ui/catalogue_ops.h"
-#include "platform/binary_file.h"
 #include "platform/cp1252.h"
 #include "platform/runtime_error.h"
 #include "shell/ui/form1.h"
@@ -59,17 +58,27 @@ bool PassesFilter(const Settings& s, const QString& name) {
            (s.AddExtra3 == 1 && ext == s.ExtraExtension3.Text().toLower());
 }
 
+// The count line follows the scan. It is shown whenever events go through,
+// which is when the user can see it; setting it for every file cost more
+// than reading the file.
+void ShowTotal(Form1& f) {
+    f.ShowCount(f.j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), f.j.SongCount);
+}
+
 void ScanFile(Scan& scan, const QString& path) {
     Form1& f = scan.f;
     Jukebox& j = f.j;
     // 1
     if (j.ShowScannedFiles == 1) f.ShowWorking(kYellow, path);
-    // 2: a file that went away meanwhile is passed over; opening it as the
-    // old runtime did would make an empty file in its place.
-    if (!j.platform.files.FileExists(path)) return;
-    BinaryFile file(j.platform.files, path, BinaryFile::ReadOnly);
-    const qint64 length = file.Length();
-    if (length >= 128) scan.tag.bytes = file.Get(length - 127, 128);
+    // 2: a file that went away meanwhile, or can't be read, is passed over;
+    // opening it as the old runtime did would make an empty file in its
+    // place. The file is open only for this read, so no hold is taken.
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return;
+    const qint64 length = file.size();
+    if (length >= 128 && file.seek(length - 128))
+        if (QByteArray tail = file.read(128); tail.size() == 128) scan.tag.bytes = std::move(tail);
+    file.close();
     // 3
     const QString name = QFileInfo(path).fileName();
     if (!PassesFilter(j.settings, name)) return;
@@ -98,7 +107,7 @@ void ScanFile(Scan& scan, const QString& path) {
     rs.SetField(kRecordNumberField, QString::number(rs.AbsolutePosition()).trimmed());
     rs.Update();
     j.SongCount = rs.RecordCount();
-    f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.SongCount);
+    if (j.ShowScannedFiles == 1) ShowTotal(f);
 }
 
 QStringList Listing(const QString& dir, QDir::Filters kind) {
@@ -114,6 +123,7 @@ void ScanDirectory(Scan& scan, const QString& dir) {
     const QStringList subdirectories = Listing(dir, QDir::Dirs);
     for (auto it = subdirectories.rbegin(); it != subdirectories.rend(); ++it) {
         ScanDirectory(scan, base + u'/' + *it);
+        ShowTotal(scan.f);
         scan.f.j.platform.events.DoEvents();
     }
     for (const QString& name : Listing(dir, QDir::Files)) ScanFile(scan, base + u'/' + name);
@@ -203,6 +213,7 @@ void ScanSelectedPath(Form1& f) {
         f.MFGrid1.SetRedraw(true);
         throw;
     }
+    ShowTotal(f);
     f.MFGrid1.SetRedraw(true);
     // 5, 6
     RenumberRecordsByPosition(f);

@@ -89,7 +89,7 @@ void DoubleSort(Form1& f, int column) {
             g.SetCol(column);
         }
         if (i >= j.SongCount) break;
-        f.ProgressBar1->setValue(int(vb::Int(i / 10.0)) + 1);
+        f.SetProgress(int(vb::Int(i / 10.0)) + 1);
     }
     // 5
     f.ProgressBar1->setValue(0);
@@ -126,7 +126,7 @@ void DeleteSelectedRecords(Form1& f) {
     DeleteAndRenumber(f, [&] {
         // 3
         for (int row = j.SongCount; row >= 1; --row) {
-            f.ProgressBar1->setValue(j.SongCount - row);
+            f.SetProgress(j.SongCount - row);
             if (!vb::IsNumeric(g.RowCells(row)[12])) continue;
             GoToRecordOfRow(f, row);
             f.Data1.Delete();

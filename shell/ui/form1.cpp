@@ -205,6 +205,13 @@ void Form1::StartProgress(int n) {
     ProgressBar1->setValue(0);
 }
 
+void Form1::SetProgress(int value) {
+    const int step = std::max((ProgressBar1->maximum() - ProgressBar1->minimum()) / 100, 1);
+    const int shown = ProgressBar1->value();
+    if (value == ProgressBar1->minimum() || value >= ProgressBar1->maximum() || std::abs(value - shown) >= step)
+        ProgressBar1->setValue(value);
+}
+
 QColor Form1::MessageColour() const { return Text1->palette().color(QPalette::Base); }
 
 void Form1::ShowCount(const QString& label, qint64 count) {

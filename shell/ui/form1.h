@@ -73,6 +73,9 @@ public:
     void ShowWorking(const QColor& background, const QString& text);
     // A walk over n rows: Max n, Min and Value 0.
     void StartProgress(int n);
+    // The walk's progress. The bar is repainted only when it moves by a
+    // visible step: a repaint per row would cost more than the walk.
+    void SetProgress(int value);
     // The count line: the label word and the number.
     void ShowCount(const QString& label, qint64 count);
 

@@ -202,6 +202,29 @@ TEST_F(StoreTest, WalksAndPositionsFollowTableOrderAcrossADelete) {
     EXPECT_EQ(left, QStringList({"S1", "S2", "S4", "S5"}));
 }
 
+TEST_F(StoreTest, NumberingSetsPlacesInTableOrderAndNeverHalfway) {
+    TestInstallation::AddSongs(path, Songs(5));
+    Open(path);
+    store.SetAbsolutePosition(1);
+    store.Delete();  // a hole in the rowids
+    const auto numbers = [&] {
+        QStringList out;
+        for (const auto& row : TestInstallation::ReadSongs(path)) out << row[kRecordNumberField];
+        return out;
+    };
+    store.NumberRows(kRecordNumberField, 3);
+    EXPECT_EQ(numbers(), QStringList({"1", "2", "3", "5"}));  // the last row left as it was
+    store.NumberRows(kRecordNumberField, 4);
+    EXPECT_EQ(numbers(), QStringList({"1", "2", "3", "4"}));
+    store.SetAbsolutePosition(3);
+    store.Edit();
+    store.SetField(kRecordNumberField, 40);
+    store.Update();
+    EXPECT_EQ(ErrorOf([&] { store.NumberRows(kRecordNumberField, 5); }), 3021);
+    EXPECT_EQ(numbers(), QStringList({"1", "2", "3", "40"}));
+    EXPECT_EQ(store.Field(kRecordNumberField).toInt(), 40);
+}
+
 TEST_F(StoreTest, FilesThatAreNoCatalogueAreRefusedAndLeftAlone) {
     const QString text = dir.filePath(QStringLiteral("notes.mdb"));
     WriteFile(text, QByteArray("Standard Jet DB\0\x01\x02 this is no SQLite file", 42));
