@@ -83,10 +83,18 @@ SongGrid::SongGrid() : rows_(1), colWidth_(kDefaultColumnWidths) {}
 
 void SongGrid::Notify(Change change, int r, int c) {
     if (!redraw_ || !visible_) {
-        if (change != Change::Selection) pendingReset_ = true;
+        (change == Change::Selection ? pendingSelection_ : pendingReset_) = true;
         return;
     }
     if (changed) changed(change, r, c);
+}
+
+void SongGrid::FlushPending() {
+    if (!redraw_ || !visible_) return;
+    const Change change = pendingReset_ ? Change::Reset : Change::Selection;
+    const bool due = pendingReset_ || pendingSelection_;
+    pendingReset_ = pendingSelection_ = false;
+    if (due) Notify(change, -1, -1);
 }
 
 void SongGrid::CheckRow(int r) const {
@@ -155,6 +163,8 @@ void SongGrid::PressCell(int r, int c) {
     CheckCol(c);
     const int last = Rows() - 1;
     if (r == 0 && last < 1) return;
+    pressRow_ = r;
+    pressCol_ = c;
     if (r == 0 && c == 0) {
         Select(1, 1, last, kGridCols - 1);
         SetTopRow(1);
@@ -168,8 +178,11 @@ void SongGrid::PressCell(int r, int c) {
 }
 
 void SongGrid::DragTo(int r, int c) {
-    if (Rows() < 2) return;
-    Select(row_, col_, std::clamp(r, 1, Rows() - 1), std::clamp(c, 1, kGridCols - 1));
+    const int last = Rows() - 1;
+    if (last < 1 || (pressRow_ == 0 && pressCol_ == 0)) return;
+    r = pressRow_ == 0 ? last : std::clamp(r, 1, last);
+    c = pressCol_ == 0 ? kGridCols - 1 : std::clamp(c, 1, kGridCols - 1);
+    Select(row_, col_, r, c);
 }
 
 void SongGrid::CheckCell(int r, int c) const {
@@ -245,19 +258,13 @@ void SongGrid::Clear() {
 
 void SongGrid::SetRedraw(bool on) {
     redraw_ = on;
-    if (on && visible_ && pendingReset_) {
-        pendingReset_ = false;
-        Notify(Change::Reset, -1, -1);
-    }
+    FlushPending();
 }
 
 void SongGrid::SetVisible(bool on) {
     visible_ = on;
     if (changed) changed(Change::Appearance, -1, -1);
-    if (on && redraw_ && pendingReset_) {
-        pendingReset_ = false;
-        Notify(Change::Reset, -1, -1);
-    }
+    FlushPending();
 }
 
 void SongGrid::SetColWidth(int c, int twips) {

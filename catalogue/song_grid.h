@@ -47,12 +47,15 @@ public:
     // The user scrolled: TopRow follows, with no notice back to the view.
     void ScrolledTo(int r) { topRow_ = std::clamp(r, 1, std::max(Rows() - 1, 1)); }
 
-    // The mouse, as the classic grid answers it. A press in a cell makes it
-    // current; on a column's heading it selects the whole column, on the
-    // fixed column the whole row, on the corner the whole grid. A drag then
-    // moves the selection's other corner. A heading press with no song rows
-    // changes nothing.
+    // The left button, as the classic grid answers it. A press in a cell
+    // makes it current; on a column's heading it selects the whole column,
+    // on the fixed column the whole row, on the corner the whole grid. A
+    // drag then moves the selection's other corner: after a heading press
+    // by whole columns, after a fixed-column press by whole rows, never
+    // after a corner press. A heading press with no song rows changes
+    // nothing. Row 0 is the heading, column 0 the fixed column.
     void PressCell(int r, int c);
+    void PressHeading(int c) { PressCell(0, c); }
     void DragTo(int r, int c);
 
     QString Text() const { return rows_[row_][col_].toString(); }
@@ -104,11 +107,19 @@ private:
     void CheckCol(int c) const;
     void CheckCell(int r, int c) const;
 
+    // Tells the view what was gathered while it could not be shown.
+    void FlushPending();
+
     std::vector<GridRow> rows_;
     int row_ = 0, col_ = 0, rowSel_ = 0, colSel_ = 0, topRow_ = 1;
+    // Where the last left press was, which decides what a drag extends.
+    int pressRow_ = 1, pressCol_ = 1;
     bool redraw_ = true;
     bool visible_ = true;
     bool pendingReset_ = false;
+    // A selection or TopRow set while hidden or with Redraw off; shown with
+    // a repaint when no reset is due, which shows it anyway.
+    bool pendingSelection_ = false;
     std::array<int, kGridCols> colWidth_{};
 };
 

@@ -1,5 +1,6 @@
 #include "catalogue/ui/song_grid_view.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -19,7 +20,8 @@ bool InSelection(const SongGrid& g, int row, int col) {
            col >= std::min(g.Col(), g.ColSel()) && col <= std::max(g.Col(), g.ColSel());
 }
 
-// Paints the current cell's focus rectangle over the usual cell.
+// Paints the current cell's focus rectangle over the usual cell, in the
+// cell's own text colour so that it shows on the selection as well.
 class CurrentCellDelegate : public QStyledItemDelegate {
 public:
     CurrentCellDelegate(const SongGrid& grid, QObject* parent) : QStyledItemDelegate(parent), grid_(grid) {}
@@ -29,7 +31,7 @@ public:
         QStyledItemDelegate::paint(p, o, index);
         if (index.row() + grid_.FixedRows() != grid_.Row() || index.column() != grid_.Col()) return;
         p->save();
-        p->setPen(QPen(ColorFromBgr(grid_.ForeColor), 1, Qt::DotLine));
+        p->setPen(QPen(index.data(Qt::ForegroundRole).value<QColor>(), 1, Qt::DotLine));
         p->drawRect(option.rect.adjusted(0, 0, -1, -1));
         p->restore();
     }
@@ -37,6 +39,13 @@ public:
 private:
     const SongGrid& grid_;
 };
+
+// The next column shown from c in direction step, or c itself at the edge.
+int NextShownColumn(const QTableView& view, int c, int step) {
+    for (int n = c + step; n >= 0 && n < view.model()->columnCount(); n += step)
+        if (!view.isColumnHidden(n)) return n;
+    return c;
+}
 
 }  // namespace
 
@@ -52,9 +61,8 @@ QVariant SongGridModel::data(const QModelIndex& index, int role) const {
     if (row >= grid_.Rows()) return {};
     const int col = index.column();
     if (role == Qt::DisplayRole) return grid_.TextMatrix(row, col);
-    // The selection is painted in the grid's colours; the current cell is
-    // not, as the classic grid leaves it, so the eye finds it in a block.
-    const bool selected = col > 0 && InSelection(grid_, row, col) && !(row == grid_.Row() && col == grid_.Col());
+    // The fixed column keeps its grey whatever is selected.
+    const bool selected = col > 0 && InSelection(grid_, row, col);
     if (role == Qt::BackgroundRole) {
         if (col == 0) return QColor(Qt::lightGray);
         return ColorFromBgr(selected ? grid_.BackColorSel : grid_.BackColor);
@@ -91,10 +99,17 @@ SongGridView::SongGridView(SongGrid& grid, const QString& name, QWidget* parent)
     setObjectName(name);
     setModel(&model_);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     horizontalHeader()->setHighlightSections(false);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::NoSelection);
+    // Qt's current index is never the grid's; left to itself it would
+    // scroll to it on focus, and Tab would walk the cells.
+    setAutoScroll(false);
+    setTabKeyNavigation(false);
+    // One scroll step is one row or column, so the first row shown is a
+    // whole row: TopRow.
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerItem);
     setItemDelegate(new CurrentCellDelegate(grid_, this));
     setWordWrap(false);
     horizontalHeader()->viewport()->installEventFilter(this);
@@ -107,14 +122,27 @@ SongGridView::~SongGridView() { grid_.changed = nullptr; }
 
 void SongGridView::OnChanged(SongGrid::Change change, int row, int col) {
     switch (change) {
-    case SongGrid::Change::Reset: model_.Reset(); break;
+    case SongGrid::Change::Reset:
+        model_.Reset();
+        // Lay out now, so that the scroll range fits the new rows before
+        // TopRow is shown.
+        doItemsLayout();
+        ShowTopRow();
+        break;
     case SongGrid::Change::Cell: model_.CellChanged(row, col); break;
     case SongGrid::Change::Selection:
-        if (verticalScrollBar()->value() != grid_.TopRow() - 1) verticalScrollBar()->setValue(grid_.TopRow() - 1);
+        ShowTopRow();
         viewport()->update();
         break;
     case SongGrid::Change::Appearance: ApplyAppearance(); break;
     }
+}
+
+void SongGridView::ShowTopRow() {
+    QScrollBar* bar = verticalScrollBar();
+    if (bar->value() == grid_.TopRow() - 1) return;
+    bar->setValue(grid_.TopRow() - 1);
+    grid_.ScrolledTo(bar->value() + 1);
 }
 
 void SongGridView::ApplyAppearance() {
@@ -141,41 +169,61 @@ void SongGridView::ApplyAppearance() {
 }
 
 void SongGridView::Press(int row, int col, Qt::MouseButton button) {
+    setFocus(Qt::MouseFocusReason);
     mouseRow_ = row;
     mouseCol_ = col;
     if (button == Qt::LeftButton) {
         grid_.PressCell(row, col);
         pressed_ = true;
-        dragging_ = row > 0 && col > 0;
     }
     emit MouseDown(button);
 }
 
 void SongGridView::Release(Qt::MouseButton button) {
     if (button != Qt::LeftButton || !pressed_) return;
-    pressed_ = dragging_ = false;
+    pressed_ = false;
+    autoScroll_.stop();
     emit Click();
+}
+
+void SongGridView::DragAt(QPoint p) {
+    const int rows = model_.rowCount();
+    if (rows == 0) return;
+    const int h = viewport()->height(), w = viewport()->width();
+    int row = rowAt(std::clamp(p.y(), 0, h - 1));
+    if (p.y() < 0) row = std::max(rowAt(0) - 1, 0);
+    else if (p.y() >= h && row >= 0) row = std::min(row + 1, rows - 1);
+    if (row < 0) row = rows - 1;  // below the last row
+    int col = columnAt(std::clamp(p.x(), 0, w - 1));
+    if (p.x() < 0) col = NextShownColumn(*this, col, -1);
+    else if (p.x() >= w && col >= 0) col = NextShownColumn(*this, col, 1);
+    if (col < 0) col = NextShownColumn(*this, grid_.Cols(), -1);  // right of the last column
+    grid_.DragTo(row + grid_.FixedRows(), col);
+    // A drag by whole columns leaves the rows where they are, one by whole
+    // rows the columns.
+    const int showRow = mouseRow_ == 0 ? rowAt(0) : row;
+    const int showCol = mouseCol_ == 0 ? columnAt(0) : col;
+    scrollTo(model_.index(std::max(showRow, 0), std::max(showCol, 0)));
 }
 
 void SongGridView::mousePressEvent(QMouseEvent* e) {
     const QModelIndex i = indexAt(e->position().toPoint());
     if (!i.isValid()) return;
-    setFocus(Qt::MouseFocusReason);
     Press(i.row() + grid_.FixedRows(), i.column(), e->button());
 }
 
 void SongGridView::mouseMoveEvent(QMouseEvent* e) {
-    if (!dragging_ || !(e->buttons() & Qt::LeftButton)) return;
-    const QPoint p = e->position().toPoint();
-    // Past the edges the drag goes on to the first or last row and column.
-    int row = rowAt(std::clamp(p.y(), 0, viewport()->height() - 1));
-    if (p.y() < 0) row = std::max(rowAt(0) - 1, 0);
-    if (p.y() >= viewport()->height()) row = std::min(rowAt(viewport()->height() - 1) + 1, model_.rowCount() - 1);
-    if (row < 0) row = model_.rowCount() - 1;
-    int col = columnAt(std::clamp(p.x(), 0, viewport()->width() - 1));
-    if (col < 0) col = grid_.Cols() - 1;
-    grid_.DragTo(row + grid_.FixedRows(), col);
-    scrollTo(model_.index(row, std::max(col, 0)));
+    if (!pressed_ || !(e->buttons() & Qt::LeftButton)) return;
+    dragPoint_ = e->position().toPoint();
+    DragAt(dragPoint_);
+    if (viewport()->rect().contains(dragPoint_)) autoScroll_.stop();
+    else if (!autoScroll_.isActive()) autoScroll_.start(50, this);
+}
+
+void SongGridView::timerEvent(QTimerEvent* e) {
+    if (e->timerId() != autoScroll_.timerId()) return QTableView::timerEvent(e);
+    if (pressed_ && (QGuiApplication::mouseButtons() & Qt::LeftButton)) DragAt(dragPoint_);
+    else autoScroll_.stop();
 }
 
 void SongGridView::mouseReleaseEvent(QMouseEvent* e) { Release(e->button()); }
@@ -187,29 +235,35 @@ void SongGridView::mouseDoubleClickEvent(QMouseEvent* e) {
 }
 
 bool SongGridView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != horizontalHeader()->viewport()) return QTableView::eventFilter(watched, event);
-    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
+    QHeaderView* header = horizontalHeader();
+    if (watched != header->viewport()) return QTableView::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
         auto* e = static_cast<QMouseEvent*>(event);
-        const int col = horizontalHeader()->logicalIndexAt(e->position().toPoint());
+        const int col = header->logicalIndexAt(e->position().toPoint());
         if (col >= 0) Press(0, col, e->button());
         return true;
     }
-    if (event->type() == QEvent::MouseButtonRelease) {
-        Release(static_cast<QMouseEvent*>(event)->button());
+    case QEvent::MouseMove: {
+        auto* e = static_cast<QMouseEvent*>(event);
+        if (pressed_ && (e->buttons() & Qt::LeftButton))
+            DragAt(viewport()->mapFromGlobal(header->viewport()->mapToGlobal(e->position().toPoint())));
         return true;
     }
-    return QTableView::eventFilter(watched, event);
+    case QEvent::MouseButtonRelease: Release(static_cast<QMouseEvent*>(event)->button()); return true;
+    default: return QTableView::eventFilter(watched, event);
+    }
 }
 
 void SongGridView::keyPressEvent(QKeyEvent* e) {
     const int last = grid_.Rows() - 1;
-    if (last < 1) return;
     const bool extend = e->modifiers() & Qt::ShiftModifier;
     const bool ctrl = e->modifiers() & Qt::ControlModifier;
     // Keys move the current cell, or with Shift the selection's other corner.
     int row = extend ? grid_.RowSel() : grid_.Row();
     int col = extend ? grid_.ColSel() : grid_.Col();
-    const int page = std::max(viewport()->height() / std::max(rowHeight(0), 1) - 1, 1);
+    const int page = std::max(viewport()->height() / std::max(verticalHeader()->defaultSectionSize(), 1) - 1, 1);
     switch (e->key()) {
     case Qt::Key_Up: --row; break;
     case Qt::Key_Down: ++row; break;
@@ -221,6 +275,7 @@ void SongGridView::keyPressEvent(QKeyEvent* e) {
     case Qt::Key_End: ctrl ? row = last : col = kGridCols - 1; break;
     default: QTableView::keyPressEvent(e); return;
     }
+    if (last < 1) return;
     row = std::clamp(row, 1, last);
     col = std::clamp(col, 1, kGridCols - 1);
     if (extend) grid_.Select(grid_.Row(), grid_.Col(), row, col);

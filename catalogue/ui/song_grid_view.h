@@ -5,6 +5,7 @@
 #include "catalogue/song_grid.h"
 
 #include <QAbstractTableModel>
+#include <QBasicTimer>
 #include <QTableView>
 
 namespace zor {
@@ -25,9 +26,10 @@ private:
 };
 
 // The selection is the grid's (Row..RowSel by Col..ColSel), painted in its
-// selection colours; Qt's own selection model stays out of it. The mouse and
-// the keys move it by the grid's rules, and the view reports the mouse as the
-// program's handlers expect it.
+// selection colours with a focus rectangle on the current cell; Qt's own
+// selection model stays out of it. The mouse and the keys move it by the
+// grid's rules, and the view reports the mouse as the program's handlers
+// expect it. The first visible row is the grid's TopRow, both ways.
 class SongGridView : public QTableView {
     Q_OBJECT
 public:
@@ -53,18 +55,30 @@ protected:
     void mouseReleaseEvent(QMouseEvent* e) override;
     void mouseDoubleClickEvent(QMouseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
+    void timerEvent(QTimerEvent* e) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // Typing is no search here: it would scroll to a match the grid never
+    // made current.
+    void keyboardSearch(const QString&) override {}
 
 private:
     void OnChanged(SongGrid::Change change, int row, int col);
+    // Scrolls to the grid's TopRow, then has TopRow say where the view could
+    // go: past the end a row can't be the first one shown.
+    void ShowTopRow();
     // A press at a grid cell: the grid's rule for the left button, then the report.
     void Press(int row, int col, Qt::MouseButton button);
     void Release(Qt::MouseButton button);
+    // Moves the dragged corner to the cell at a point of the viewport or of
+    // the heading; past an edge it goes one row or column beyond the last
+    // one shown, so holding the mouse there scrolls on.
+    void DragAt(QPoint p);
     SongGrid& grid_;
     SongGridModel model_;
     int mouseRow_ = 0, mouseCol_ = 0;
-    bool dragging_ = false;
     bool pressed_ = false;
+    QBasicTimer autoScroll_;
+    QPoint dragPoint_;  // in the viewport
 };
 
 // Twips, the forms' unit: 15 to the pixel.

@@ -136,11 +136,18 @@ TEST(SongGridChanges, WorkWhileRedrawIsOffOrHiddenComesAsOneReset) {
     EXPECT_EQ(seen[0], std::make_tuple(Change::Reset, -1, -1));
     EXPECT_EQ(g.Rows(), 15);
 
-    // Turning Redraw on with nothing gathered says nothing.
+    // Turning Redraw on with nothing gathered says nothing; with only the
+    // selection or TopRow moved, one selection notice.
     seen.clear();
     g.SetRedraw(false);
     g.SetRedraw(true);
     EXPECT_TRUE(seen.empty());
+    g.SetRedraw(false);
+    g.Select(2, 2, 4, 4);
+    g.SetTopRow(3);
+    g.SetRedraw(true);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0], std::make_tuple(Change::Selection, -1, -1));
 
     // A hidden grid gathers as well, also when Redraw goes on meanwhile; the
     // reset comes when it shows again.
@@ -165,14 +172,22 @@ TEST(SongGridMouse, PressesSelectACellAColumnARowOrAllAndDragsMoveTheOtherCorner
     EXPECT_EQ(selection(), std::make_tuple(4, 3, 2, 5));
     g.DragTo(-3, 40);  // past the edges: the first row, the last column
     EXPECT_EQ(selection(), std::make_tuple(4, 3, 1, 12));
-    g.PressCell(0, 6);
+    // After a heading press a drag takes whole columns, after a press on
+    // the fixed column whole rows, after the corner nothing.
+    g.PressHeading(6);
     EXPECT_EQ(selection(), std::make_tuple(1, 6, 5, 6));
+    g.DragTo(2, 3);
+    EXPECT_EQ(selection(), std::make_tuple(1, 6, 5, 3));
     g.PressCell(3, 0);
     EXPECT_EQ(selection(), std::make_tuple(3, 1, 3, 12));
+    g.DragTo(5, 2);
+    EXPECT_EQ(selection(), std::make_tuple(3, 1, 5, 12));
     g.SetTopRow(4);
-    g.PressCell(0, 0);
+    g.PressHeading(0);
     EXPECT_EQ(selection(), std::make_tuple(1, 1, 5, 12));
     EXPECT_EQ(g.TopRow(), 1);
+    g.DragTo(2, 2);
+    EXPECT_EQ(selection(), std::make_tuple(1, 1, 5, 12));
 
     // With no song rows a heading press changes nothing.
     SongGrid empty;

@@ -1,7 +1,9 @@
-// The grid's view: the selection painted in the grid's own colours, the keys
-// moving it, and the user's scrolling followed by TopRow.
+// The grid's view: the selection painted in the grid's own colours, the mouse
+// and the keys moving it by the grid's rules, the reports the program's
+// handlers get, and TopRow kept in step with the scrolling.
 #include "catalogue/ui/song_grid_view.h"
 
+#include <QHeaderView>
 #include <QScrollBar>
 #include <QTest>
 
@@ -12,9 +14,13 @@
 namespace zor {
 namespace {
 
+using Selection = std::tuple<int, int, int, int>;
+
 struct SongGridViewTest : ::testing::Test {
     SongGrid grid;
     std::unique_ptr<SongGridView> view;
+    QStringList events;  // the view's reports in the order they came
+
     void SetUp() override {
         std::vector<GridRow> rows(61);
         for (int r = 1; r <= 60; ++r)
@@ -23,53 +29,235 @@ struct SongGridViewTest : ::testing::Test {
         view = std::make_unique<SongGridView>(grid, QStringLiteral("MFGrid1"));
         view->resize(900, 400);
         view->show();
+        QObject::connect(view.get(), &SongGridView::MouseDown, [this](Qt::MouseButton b) {
+            events << QStringLiteral("down %1").arg(b);
+        });
+        QObject::connect(view.get(), &SongGridView::Click, [this] { events << QStringLiteral("click"); });
+        QObject::connect(view.get(), &SongGridView::DblClick, [this] { events << QStringLiteral("dblclick"); });
     }
-    QColor PixelAt(int r, int c) {
-        const QImage image = view->viewport()->grab().toImage();
-        const QRect rect = view->visualRect(view->model()->index(r - 1, c));
+    Selection Sel() const { return {grid.Row(), grid.Col(), grid.RowSel(), grid.ColSel()}; }
+    QRect CellRect(int r, int c) { return view->visualRect(view->model()->index(r - 1, c)); }
+    QPoint Cell(int r, int c) {
+        view->scrollTo(view->model()->index(r - 1, c));
+        return CellRect(r, c).center();
+    }
+    QPoint Heading(int c) {
+        QHeaderView* h = view->horizontalHeader();
+        return {h->sectionViewportPosition(c) + h->sectionSize(c) / 2, h->height() / 2};
+    }
+    QWidget* Cells() { return view->viewport(); }
+    QWidget* Headings() { return view->horizontalHeader()->viewport(); }
+    QColor Background(const QImage& image, int r, int c) {
+        const QRect rect = CellRect(r, c);
         return image.pixelColor(rect.topLeft() + QPoint(rect.width() - 3, 3));
     }
-    std::tuple<int, int, int, int> Selection() { return {grid.Row(), grid.Col(), grid.RowSel(), grid.ColSel()}; }
+    bool HasPixel(const QImage& image, int r, int c, const QColor& colour) {
+        const QRect rect = CellRect(r, c).adjusted(2, 2, -2, -2);
+        for (int y = rect.top(); y <= rect.bottom(); ++y)
+            for (int x = rect.left(); x <= rect.right(); ++x)
+                if (image.pixelColor(x, y) == colour) return true;
+        return false;
+    }
 };
 
-TEST_F(SongGridViewTest, TheSelectionIsPaintedInTheGridsColoursAndFollowsIt) {
+TEST_F(SongGridViewTest, TheSelectionIsPaintedInTheGridsColoursAndFollowsItWithoutAReset) {
+    const QColor black(0, 0, 0), white(255, 255, 255), yellow(0, 250, 250);
     grid.BackColor = BgrFromRgb(0, 0, 0);
+    grid.ForeColor = BgrFromRgb(255, 255, 255);
     grid.BackColorSel = BgrFromRgb(0, 250, 250);
+    grid.ForeColorSel = BgrFromRgb(0, 0, 0);
     grid.AppearanceChanged();
-    grid.Select(2, 1, 4, 3);
-    EXPECT_EQ(PixelAt(3, 2), QColor(0, 250, 250));
-    EXPECT_EQ(PixelAt(4, 3), QColor(0, 250, 250));
-    EXPECT_EQ(PixelAt(2, 1), QColor(0, 0, 0));  // the current cell stays plain
-    EXPECT_EQ(PixelAt(5, 2), QColor(0, 0, 0));
-    EXPECT_EQ(PixelAt(3, 4), QColor(0, 0, 0));
-    grid.SetRow(5);
-    EXPECT_EQ(PixelAt(3, 2), QColor(0, 0, 0));
+    int resets = 0;
+    QObject::connect(view->model(), &QAbstractItemModel::modelAboutToBeReset, [&] { ++resets; });
+
+    grid.Select(4, 3, 2, 1);  // either corner may come first
+    QImage image = Cells()->grab().toImage();
+    for (int r = 2; r <= 4; ++r)
+        for (int c = 1; c <= 3; ++c) EXPECT_EQ(Background(image, r, c), yellow) << r << "," << c;
+    EXPECT_EQ(Background(image, 5, 2), black);
+    EXPECT_EQ(Background(image, 3, 4), black);
+    EXPECT_EQ(Background(image, 3, 0), QColor(Qt::lightGray));  // the fixed column stays grey
+    // The texts take the selection's text colour inside the block only.
+    EXPECT_TRUE(HasPixel(image, 3, 2, black));
+    EXPECT_FALSE(HasPixel(image, 3, 2, white));
+    EXPECT_TRUE(HasPixel(image, 5, 2, white));
+
+    grid.SetRow(6);
+    image = Cells()->grab().toImage();
+    EXPECT_EQ(Background(image, 3, 2), black);
+    EXPECT_EQ(Background(image, 6, 3), yellow);
+    EXPECT_EQ(Background(image, 6, 2), black);
+    EXPECT_EQ(resets, 0);
 }
 
-TEST_F(SongGridViewTest, KeysMoveTheCurrentCellAndWithShiftTheOtherCorner) {
+TEST_F(SongGridViewTest, PressesSelectByTheGridsRulesAndAreReportedBeforeTheirClick) {
+    QTest::mouseClick(Cells(), Qt::LeftButton, {}, Cell(3, 2));
+    EXPECT_EQ(Sel(), Selection(3, 2, 3, 2));
+    EXPECT_EQ(std::make_pair(view->MouseRow(), view->MouseCol()), std::make_pair(3, 2));
+    EXPECT_EQ(events, QStringList({"down 1", "click"}));
+
+    // MouseDown already sees the press's selection.
+    Selection seenAtPress;
+    const auto conn = QObject::connect(view.get(), &SongGridView::MouseDown, [&] { seenAtPress = Sel(); });
+    events.clear();
+    QTest::mouseClick(Headings(), Qt::LeftButton, {}, Heading(5));
+    EXPECT_EQ(Sel(), Selection(1, 5, 60, 5));
+    EXPECT_EQ(seenAtPress, Sel());
+    EXPECT_EQ(std::make_pair(view->MouseRow(), view->MouseCol()), std::make_pair(0, 5));
+    EXPECT_EQ(events, QStringList({"down 1", "click"}));
+    QObject::disconnect(conn);
+
+    QTest::mouseClick(Cells(), Qt::LeftButton, {}, Cell(7, 0));
+    EXPECT_EQ(Sel(), Selection(7, 1, 7, 12));
+
+    grid.SetTopRow(20);
+    QTest::mouseClick(Headings(), Qt::LeftButton, {}, Heading(0));
+    EXPECT_EQ(Sel(), Selection(1, 1, 60, 12));
+    EXPECT_EQ(grid.TopRow(), 1);
+    EXPECT_EQ(view->verticalScrollBar()->value(), 0);
+
+    // Right and middle presses leave the selection to the handlers, and
+    // no click follows them.
+    grid.Select(4, 2, 8, 3);
+    events.clear();
+    QTest::mouseClick(Cells(), Qt::RightButton, {}, Cell(10, 6));
+    QTest::mouseClick(Cells(), Qt::MiddleButton, {}, Cell(11, 7));
+    QTest::mouseClick(Headings(), Qt::RightButton, {}, Heading(4));
+    EXPECT_EQ(Sel(), Selection(4, 2, 8, 3));
+    EXPECT_EQ(events, QStringList({"down 2", "down 4", "down 2"}));
+    EXPECT_EQ(std::make_pair(view->MouseRow(), view->MouseCol()), std::make_pair(0, 4));
+
+    events.clear();
+    QTest::mouseDClick(Cells(), Qt::LeftButton, {}, Cell(5, 5));
+    EXPECT_TRUE(events.contains(QStringLiteral("dblclick")));
+    EXPECT_EQ(events.first(), QStringLiteral("down 1"));
+    EXPECT_EQ(Sel(), Selection(5, 5, 5, 5));
+
+    // Qt's own selection never takes part.
+    EXPECT_FALSE(view->selectionModel()->hasSelection());
+
+    // A heading press with no song rows is reported and changes nothing.
+    SongGrid empty;
+    SongGridView emptyView(empty, QStringLiteral("MFgrid2"));
+    emptyView.resize(600, 200);
+    emptyView.show();
+    int presses = 0, clicks = 0;
+    QObject::connect(&emptyView, &SongGridView::MouseDown, [&] { ++presses; });
+    QObject::connect(&emptyView, &SongGridView::Click, [&] { ++clicks; });
+    QHeaderView* h = emptyView.horizontalHeader();
+    for (int c : {3, 0}) {
+        const QPoint at(h->sectionViewportPosition(c) + 5, h->height() / 2);
+        QTest::mousePress(h->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseMove(h->viewport(), at + QPoint(200, 0));
+        QTest::mouseRelease(h->viewport(), Qt::LeftButton, {}, at + QPoint(200, 0));
+    }
+    QTest::keyClick(&emptyView, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(std::make_tuple(empty.Row(), empty.Col(), empty.RowSel(), empty.ColSel()), Selection(0, 0, 0, 0));
+    EXPECT_EQ(std::make_pair(presses, clicks), std::make_pair(2, 2));
+}
+
+TEST_F(SongGridViewTest, DragsMoveTheOtherCornerByCellsRowsOrColumnsAndScrollPastTheEdge) {
+    const auto drag = [&](QWidget* from, QPoint at, QWidget* over, QPoint to) {
+        QTest::mousePress(from, Qt::LeftButton, {}, at);
+        QTest::mouseMove(over, to);
+        QTest::mouseRelease(over, Qt::LeftButton, {}, to);
+    };
+    drag(Cells(), Cell(9, 4), Cells(), Cell(5, 4));
+    EXPECT_EQ(Sel(), Selection(9, 4, 5, 4));
+    EXPECT_EQ(events, QStringList({"down 1", "click"}));
+
+    drag(Cells(), Cell(4, 0), Cells(), Cell(6, 5));
+    EXPECT_EQ(Sel(), Selection(4, 1, 6, 12));
+    drag(Headings(), Heading(2), Headings(), Heading(5));
+    EXPECT_EQ(Sel(), Selection(1, 2, 60, 5));
+    drag(Headings(), Heading(0), Cells(), Cell(3, 3));  // the corner has nothing to drag
+    EXPECT_EQ(Sel(), Selection(1, 1, 60, 12));
+
+    // Past an edge the corner goes one row or column beyond the last one
+    // shown, and that one is scrolled in; so on to the grid's last column
+    // and no further.
+    grid.SetTopRow(1);
+    const int lastShown = view->rowAt(Cells()->height() - 1) + 1;
+    QTest::mousePress(Cells(), Qt::LeftButton, {}, Cell(2, 2));
+    QTest::mouseMove(Cells(), QPoint(Cell(2, 2).x(), Cells()->height() + 30));
+    EXPECT_EQ(grid.RowSel(), lastShown + 1);
+    EXPECT_GT(grid.TopRow(), 1);
+    EXPECT_TRUE(Cells()->rect().contains(CellRect(lastShown + 1, 2)));
+    const QPoint farRight(Cells()->width() + 50, 10);
+    const int lastColumnShown = view->columnAt(Cells()->width() - 1);
+    QTest::mouseMove(Cells(), farRight);
+    EXPECT_EQ(grid.ColSel(), lastColumnShown + 1);
+    for (int i = 0; i < 15; ++i) QTest::mouseMove(Cells(), farRight);
+    QTest::mouseRelease(Cells(), Qt::LeftButton, {}, farRight);
+    EXPECT_EQ(std::make_tuple(grid.Row(), grid.Col(), grid.ColSel()), std::make_tuple(2, 2, 12));
+}
+
+TEST_F(SongGridViewTest, KeysMoveTheCurrentCellAndWithShiftTheOtherCornerKeepingItInView) {
     view->setFocus();
     grid.Select(2, 2, 2, 2);
     QTest::keyClick(view.get(), Qt::Key_Down);
     QTest::keyClick(view.get(), Qt::Key_Right);
-    EXPECT_EQ(Selection(), std::make_tuple(3, 3, 3, 3));
+    EXPECT_EQ(Sel(), Selection(3, 3, 3, 3));
     QTest::keyClick(view.get(), Qt::Key_Down, Qt::ShiftModifier);
     QTest::keyClick(view.get(), Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(Selection(), std::make_tuple(3, 3, 5, 3));
+    QTest::keyClick(view.get(), Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(Sel(), Selection(3, 3, 5, 12));
     QTest::keyClick(view.get(), Qt::Key_Up);  // collapses onto the moved current cell
-    EXPECT_EQ(Selection(), std::make_tuple(2, 3, 2, 3));
+    EXPECT_EQ(Sel(), Selection(2, 3, 2, 3));
+
+    QTest::keyClick(view.get(), Qt::Key_PageDown);
+    EXPECT_GT(grid.Row(), 5);
+    QTest::keyClick(view.get(), Qt::Key_PageDown);
+    const QRect shown = Cells()->rect();
+    EXPECT_TRUE(shown.contains(CellRect(grid.Row(), 3))) << grid.Row();
+    EXPECT_EQ(grid.TopRow(), view->verticalScrollBar()->value() + 1);
+
     QTest::keyClick(view.get(), Qt::Key_End, Qt::ControlModifier);
     EXPECT_EQ(grid.Row(), 60);
-    EXPECT_GT(view->verticalScrollBar()->value(), 0);  // the last row came into view
-    EXPECT_EQ(grid.TopRow(), view->verticalScrollBar()->value() + 1);
+    EXPECT_TRUE(shown.contains(CellRect(60, 3)));
     QTest::keyClick(view.get(), Qt::Key_Home, Qt::ControlModifier);
     QTest::keyClick(view.get(), Qt::Key_Up);
     QTest::keyClick(view.get(), Qt::Key_Left);
     QTest::keyClick(view.get(), Qt::Key_Home);
-    EXPECT_EQ(Selection(), std::make_tuple(1, 1, 1, 1));
+    EXPECT_EQ(Sel(), Selection(1, 1, 1, 1));
+    EXPECT_EQ(grid.TopRow(), 1);
+}
 
-    // Setting TopRow scrolls the view.
+TEST_F(SongGridViewTest, TopRowIsTheFirstRowShownBothWays) {
+    QScrollBar* bar = view->verticalScrollBar();
     grid.SetTopRow(20);
-    EXPECT_EQ(view->verticalScrollBar()->value(), 19);
+    EXPECT_EQ(bar->value(), 19);
+    EXPECT_EQ(view->rowAt(0), 19);
+
+    bar->setValue(30);  // the user scrolls
+    EXPECT_EQ(grid.TopRow(), 31);
+    grid.SetRow(2);  // a selection notice doesn't scroll back
+    EXPECT_EQ(bar->value(), 30);
+
+    // Past the end TopRow says what the view could show.
+    grid.SetTopRow(60);
+    EXPECT_EQ(grid.TopRow(), bar->maximum() + 1);
+    EXPECT_LT(grid.TopRow(), 60);
+
+    // A walk with Redraw off shows where it left TopRow once Redraw is back
+    // on, with or without a reset.
+    grid.SetRedraw(false);
+    grid.SetTopRow(12);
+    grid.SetRedraw(true);
+    EXPECT_EQ(bar->value(), 11);
+    grid.SetRedraw(false);
+    grid.SetTopRow(25);
+    grid.Sort(2);
+    grid.SetRedraw(true);
+    EXPECT_EQ(bar->value(), 24);
+    EXPECT_EQ(grid.TopRow(), 25);
+    // Rows added in the walk can be the first shown at its end.
+    grid.SetRedraw(false);
+    grid.AppendRows(std::vector<GridRow>(60));
+    grid.SetTopRow(100);
+    grid.SetRedraw(true);
+    EXPECT_EQ(bar->value(), 99);
+    EXPECT_EQ(grid.TopRow(), 100);
 }
 
 }  // namespace
