@@ -60,7 +60,13 @@ QVariant SongGridModel::data(const QModelIndex& index, int role) const {
     const int row = index.row() + grid_.FixedRows();
     if (row >= grid_.Rows()) return {};
     const int col = index.column();
-    if (role == Qt::DisplayRole) return grid_.TextMatrix(row, col);
+    if (role == Qt::DisplayRole) {
+        // A tag's fields come zero-padded and keep their zeros; text ends at
+        // the first zero on screen, as it always did.
+        const QStringView cell = grid_.RowCells(row)[col];
+        const qsizetype end = cell.indexOf(QChar(u'\0'));
+        return (end < 0 ? cell : cell.left(end)).toString();
+    }
     // The fixed column keeps its grey whatever is selected.
     const bool selected = col > 0 && InSelection(grid_, row, col);
     if (role == Qt::BackgroundRole) {

@@ -1,6 +1,7 @@
 #include "catalogue/ui/song_grid_view.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/menus.h"
+#include "shell/ui/path_selector.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -79,6 +80,8 @@ void LayOutForm1(Form1& f) {
     f.Text2->setGeometry(gridWidth - countWidth + 110, bottom + 4, countWidth - 110, lineHeight);
     f.ProgressBar1->setGeometry(0, bottom + lineHeight + 8, gridWidth, 14);
     f.Frame4->setGeometry(f.Frame4->x(), 2, 260, barHeight);
+    // The path selector opens over the top left of the grid.
+    f.Frame3->setGeometry(8, gridTop + 24, std::min(640, gridWidth - 16), 320);
 }
 
 void LayOutArtisticPanels(Form1& f) {

@@ -79,6 +79,18 @@ void PathSelector::FillDrives(const QString& home) {
 
 void PathSelector::SetPath(const QString& directory) {
     path_ = QDir::cleanPath(QDir(directory).absolutePath());
+    // The drive list shows the place the directory lies in.
+    int best = -1;
+    qsizetype bestLength = -1;
+    for (int i = 0; i < drvList->count(); ++i) {
+        const QString place = drvList->itemData(i).toString();
+        const bool inside = place == u"/" || path_ == place || path_.startsWith(place + u'/');
+        if (inside && place.size() > bestLength) {
+            best = i;
+            bestLength = place.size();
+        }
+    }
+    if (best >= 0) drvList->setCurrentIndex(best);
     Fill();
 }
 
