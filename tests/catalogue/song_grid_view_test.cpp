@@ -223,6 +223,13 @@ TEST_F(SongGridViewTest, KeysMoveTheCurrentCellAndWithShiftTheOtherCornerKeeping
     EXPECT_EQ(grid.TopRow(), 1);
 }
 
+TEST_F(SongGridViewTest, ACellShowsItsTextUpToTheFirstZeroAndKeepsTheRest) {
+    const QString padded = QStringLiteral("Title") + QString(25, QChar(u'\0'));
+    grid.SetTextMatrix(2, 1, padded);
+    EXPECT_EQ(view->model()->index(1, 1).data().toString(), QStringLiteral("Title"));
+    EXPECT_EQ(grid.TextMatrix(2, 1), padded);
+}
+
 TEST_F(SongGridViewTest, TopRowIsTheFirstRowShownBothWays) {
     QScrollBar* bar = view->verticalScrollBar();
     grid.SetTopRow(20);
