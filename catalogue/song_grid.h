@@ -86,6 +86,11 @@ public:
 
     int ColWidth(int c) const { return colWidth_[c]; }
     void SetColWidth(int c, int twips);
+    // The user dragged a column's border: the width follows, with no notice
+    // back to the view that is showing it already.
+    void ColumnResized(int c, int twips) {
+        if (c >= 0 && c < kGridCols) colWidth_[size_t(c)] = std::max(twips, 0);
+    }
 
     // Colours as 0x00BBGGRR, as the settings keep them.
     int BackColor = 0xFFFFFF;

@@ -40,6 +40,14 @@ private:
     const SongGrid& grid_;
 };
 
+bool OnSectionBorder(const QHeaderView& header, QPoint p) {
+    const int col = header.logicalIndexAt(p);
+    if (col < 0) return false;
+    const int left = header.sectionViewportPosition(col);
+    const int right = left + header.sectionSize(col);
+    return p.x() >= right - 4 || (p.x() <= left + 4 && col > 0);
+}
+
 // The next column shown from c in direction step, or c itself at the edge.
 int NextShownColumn(const QTableView& view, int c, int step) {
     for (int n = c + step; n >= 0 && n < view.model()->columnCount(); n += step)
@@ -119,6 +127,12 @@ SongGridView::SongGridView(SongGrid& grid, const QString& name, QWidget* parent)
     setItemDelegate(new CurrentCellDelegate(grid_, this));
     setWordWrap(false);
     horizontalHeader()->viewport()->installEventFilter(this);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    // Only the user's resizing goes back into the grid: the layout's own
+    // pixel widths would round the twips it came from.
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int c, int, int size) {
+        if (resizing_) grid_.ColumnResized(c, PxToTwips(size));
+    });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int top) { grid_.ScrolledTo(top + 1); });
     grid_.changed = [this](SongGrid::Change change, int row, int col) { OnChanged(change, row, col); };
     ApplyAppearance();
@@ -243,17 +257,28 @@ void SongGridView::mouseDoubleClickEvent(QMouseEvent* e) {
 bool SongGridView::eventFilter(QObject* watched, QEvent* event) {
     QHeaderView* header = horizontalHeader();
     if (watched != header->viewport()) return QTableView::eventFilter(watched, event);
+    // A press on the border between two headings resizes the column, as
+    // the old grid let the user do; the header does that work itself.
+    if (resizing_) {
+        if (event->type() == QEvent::MouseButtonRelease) resizing_ = false;
+        return false;
+    }
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: {
         auto* e = static_cast<QMouseEvent*>(event);
+        if (e->button() == Qt::LeftButton && OnSectionBorder(*header, e->position().toPoint())) {
+            resizing_ = event->type() == QEvent::MouseButtonPress;
+            return !resizing_;
+        }
         const int col = header->logicalIndexAt(e->position().toPoint());
         if (col >= 0) Press(0, col, e->button());
         return true;
     }
     case QEvent::MouseMove: {
         auto* e = static_cast<QMouseEvent*>(event);
-        if (pressed_ && (e->buttons() & Qt::LeftButton))
+        if (!pressed_) return false;  // hovering: the header shows the resize cursor
+        if (e->buttons() & Qt::LeftButton)
             DragAt(viewport()->mapFromGlobal(header->viewport()->mapToGlobal(e->position().toPoint())));
         return true;
     }

@@ -77,6 +77,7 @@ private:
     SongGridModel model_;
     int mouseRow_ = 0, mouseCol_ = 0;
     bool pressed_ = false;
+    bool resizing_ = false;  // the user is dragging a heading's border
     QBasicTimer autoScroll_;
     QPoint dragPoint_;  // in the viewport
 };
