@@ -5,6 +5,7 @@
 #include "catalogue/ui/import_ops.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
+#include "shell/ui/button_bar.h"
 #include "shell/ui/menus.h"
 #include "shell/ui/path_selector.h"
 #include "shell/ui/startup.h"
@@ -37,6 +38,7 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
 
     BuildMenus();
     BuildButtonBar();
+    PaintButtonPictures(*this);
 
     Text1 = new QLineEdit(central);
     Text1->setObjectName(QStringLiteral("Text1"));

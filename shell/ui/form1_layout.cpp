@@ -1,4 +1,5 @@
 #include "catalogue/ui/song_grid_view.h"
+#include "shell/ui/button_bar.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/menus.h"
 #include "shell/ui/path_selector.h"
@@ -52,6 +53,7 @@ void SetLanguageCaptions(Form1& f) {
     SetMenuCaptions(f, dutch);
     f.setWindowTitle(dutch ? QStringLiteral("ZOR JUKEBOX door ZOR electronics") : QStringLiteral("ZOR JUKEBOX"));
     f.Frame2->setTitle(QString::fromLatin1(dutch ? kLegendDutch : kLegendEnglish));
+    LayOutButtonBar(f, f.Frame2->pos());
     for (const Tip& t : kButtonTips)
         (f.*t.button)->setToolTip(f.j.DirectHelp ? QString::fromLatin1(dutch ? t.dutch : t.english) : QString());
 }
@@ -61,13 +63,8 @@ void LayOutForm1(Form1& f) {
     const int width = j.ScreenWidthPx;
     const int height = j.ScreenHeightPx;
     f.setGeometry(0, 0, width, height);
-    const int barHeight = 64;
+    const int barHeight = LayOutButtonBar(f, QPoint(4, 2)).height();
     const int gridWidth = width - 15;
-    const int buttonWidth = 64;
-    f.Frame2->setGeometry(4, 2, 9 * (buttonWidth + 8) + 8, barHeight);
-    QPushButton* buttons[] = {f.Command3, f.Command4, f.Command1, f.Command8, f.Command9,
-                              f.Command2, f.Command7, f.Command6, f.Command5};
-    for (int i = 0; i < 9; ++i) buttons[i]->setGeometry(8 + i * (buttonWidth + 8), 20, buttonWidth, 36);
     const int lineHeight = 26;
     const int menuHeight = f.menuBar()->sizeHint().height();
     const int bottom = height - menuHeight - 2 * lineHeight - 12;

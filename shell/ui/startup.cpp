@@ -11,11 +11,13 @@
 #include "shell/ui/path_selector.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTimer>
 
@@ -106,6 +108,8 @@ void PaintArtisticSkin(Form1& f) {
     QPalette p = f.palette();
     p.setColor(QPalette::Window, Qt::black);
     f.setPalette(p);
+    // The menus keep the desktop's colours: black would hide their text.
+    f.menuBar()->setPalette(QApplication::palette(f.menuBar()));
     f.MFGrid1.BackColor = BgrFromRgb(0, 0, 0);
     f.MFGrid1.ForeColor = BgrFromRgb(255, 255, 255);
     f.MFGrid1.BackColorSel = BgrFromRgb(0, 250, 250);
