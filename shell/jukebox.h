@@ -2,9 +2,11 @@
 // The process-wide state of the jukebox: one object, made at start and handed
 // by reference to every subsystem. A test makes a fresh one on a temporary
 // program directory.
+#include "mp3/mp3_frame.h"
 #include "platform/services.h"
 #include "shell/settings.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <array>
@@ -65,6 +67,32 @@ struct Jukebox {
     // is scanned (the settings screen's box, not saved).
     int16_t AddSingleFile = 0;
     int16_t ShowScannedFiles = 0;
+
+    // The analyser's record of the song of the moment. Its DurationSeconds is
+    // the seconds the song is to last: the wait loop corrects it while the
+    // song plays, and any code may write a small value into it to end a song.
+    Mp3FrameInfo Mp3Info;
+
+    // The play engine.
+    int16_t IntroOnly = 0;  // 1: each song plays Settings.IntroSeconds only
+    QDateTime SongStartTime;
+    QDateTime SongLastTick;
+    int32_t TickCount = 0;  // Timer1's ticks, for the settle wait
+    QString SongInfoLine;   // the song line of Text1; the engine appends to it
+    QString CurrentSongPath;  // the song in the internal player; empty for an external one
+    int16_t PictureTurn = 0;  // the picture Timer3 shows next: 0, 1 or 2
+    int16_t TitlePulse = 1;   // the step of the artistic title's font size
+    int16_t DelayTicks = 0;   // Timer4's delayed start
+
+    // The lyrics and picture windows.
+    int16_t LyricsLineCount = 0;
+    int16_t LyricsKeepOpen = 0;  // the windows stay up when a song ends
+    int16_t ScrollHold = 0;      // the user has taken the lyrics over
+    int16_t LyricsEditing = 0;   // a lyrics text is being made: no companion shows
+    int16_t MixerOpen = 0;       // the mixer is open: no picture shows
+    int16_t PictureNumber = 0;   // the artist's next picture in the plain turn
+    int16_t PictureMissing = 0;  // the last cover or back had no file
+    int16_t TrueSizePicture = 0;
 
     // The font of the lyrics windows, set by the grid layout.
     struct Font {
