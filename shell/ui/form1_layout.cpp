@@ -77,6 +77,10 @@ void LayOutForm1(Form1& f) {
     f.Text2->setGeometry(gridWidth - countWidth + 110, bottom + 4, countWidth - 110, lineHeight);
     f.ProgressBar1->setGeometry(0, bottom + lineHeight + 8, gridWidth, 14);
     f.Frame4->setGeometry(f.Frame4->x(), 2, 260, barHeight);
+    // Beside the bar the frame holds only the lyrics preview; the song's
+    // other lines belong to the artistic skin's panel.
+    f.Text4->setGeometry(6, (barHeight - 26) / 2, 248, 26);
+    for (QLineEdit* line : {f.Text6, f.Text7, f.Text8, f.Text9}) line->hide();
     // The path selector opens over the top left of the grid.
     f.Frame3->setGeometry(8, gridTop + 24, std::min(640, gridWidth - 16), 320);
 }
@@ -109,6 +113,7 @@ void LayOutArtisticPanels(Form1& f) {
     for (int i = 0; i < 5; ++i) {
         lines[i]->setFont(i == 0 ? big : f.font());
         lines[i]->setGeometry(8, 4 + i * lineHeight, infoWidth - 16, lineHeight - 4);
+        lines[i]->show();
     }
     const int side = std::min((pictureWidth - 32) / 3, height - 16);
     QLabel* pictures[] = {f.Picture3, f.Picture4, f.Picture5};

@@ -109,7 +109,15 @@ void PaintArtisticSkin(Form1& f) {
     p.setColor(QPalette::Window, Qt::black);
     f.setPalette(p);
     // The menus keep the desktop's colours: black would hide their text.
-    f.menuBar()->setPalette(QApplication::palette(f.menuBar()));
+    // Every role is marked as set, or the menus would inherit the black.
+    QPalette menus = QApplication::palette(f.menuBar());
+    menus.setResolveMask(~QPalette::ResolveMask(0));
+    f.menuBar()->setPalette(menus);
+    f.menuBar()->setAutoFillBackground(true);
+    // The count line's label in the skin's light blue.
+    QPalette label = f.Lable1->palette();
+    label.setColor(QPalette::WindowText, QColor(0, 250, 250));
+    f.Lable1->setPalette(label);
     f.MFGrid1.BackColor = BgrFromRgb(0, 0, 0);
     f.MFGrid1.ForeColor = BgrFromRgb(255, 255, 255);
     f.MFGrid1.BackColorSel = BgrFromRgb(0, 250, 250);
