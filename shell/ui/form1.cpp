@@ -5,6 +5,7 @@
 #include "catalogue/ui/import_ops.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
+#include "playback/ui/companions.h"
 #include "shell/ui/button_bar.h"
 #include "shell/ui/menus.h"
 #include "shell/ui/path_selector.h"
@@ -75,6 +76,7 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
     Timer4 = new QTimer(this);
     Timer4->setObjectName(QStringLiteral("Timer4"));
     Timer4->setInterval(100);
+    companions = std::make_unique<Companions>(*this);
 }
 
 Form1::~Form1() {

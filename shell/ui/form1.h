@@ -8,6 +8,8 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QAction;
 class QFrame;
 class QGroupBox;
@@ -20,6 +22,7 @@ class QTimer;
 
 namespace zor {
 
+class Companions;
 class PathSelector;
 class SongGridView;
 
@@ -67,6 +70,9 @@ public:
     QTimer *Timer1, *Timer3, *Timer4;
 
     // The message line: background first, then the text.
+    // The lyrics and picture windows (Form3, Form4, Form18, Form19).
+    std::unique_ptr<Companions> companions;
+
     void ShowMessage(const QColor& background, const QString& text);
     QColor MessageColour() const;
     // A running task's text, shown at once: events are let through after it.

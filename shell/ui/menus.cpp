@@ -3,6 +3,7 @@
 #include "catalogue/ui/catalogue_ops.h"
 #include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/import_ops.h"
+#include "playback/ui/lyrics_ops.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/help_ops.h"
 #include "shell/ui/path_selector.h"
@@ -142,13 +143,13 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "Tag2", "&Mp3 file information", "&Mp3 bestandsinformatie", nullptr},
     {MenuEntry::Entry, "Tag7", "Insert Album field with &Decade", "Voeg &Decennium in Album-veld in", nullptr},
     {MenuEntry::Menu, "Lyr0", "&Lyrics", nullptr, nullptr},
-    {MenuEntry::Entry, "Lyr1", "Show &Lyrics for this song", "&Toon Lyrics voor deze song", nullptr},
-    {MenuEntry::Entry, "Edit2", "&Make New Lyrics Text", "&Maak Lyric Tekst", nullptr},
-    {MenuEntry::Entry, "Edit3", "&Edit Lyrics text", nullptr, nullptr},
-    {MenuEntry::Entry, "Lyr6", "Copy Lyrics text to &Clipboard", "Copieer Lyrics tekst naar &Klembord", nullptr},
+    {MenuEntry::Entry, "Lyr1", "Show &Lyrics for this song", "&Toon Lyrics voor deze song", ShowLyricsOfSong},
+    {MenuEntry::Entry, "Edit2", "&Make New Lyrics Text", "&Maak Lyric Tekst", MakeNewLyrics},
+    {MenuEntry::Entry, "Edit3", "&Edit Lyrics text", nullptr, EditLyrics},
+    {MenuEntry::Entry, "Lyr6", "Copy Lyrics text to &Clipboard", "Copieer Lyrics tekst naar &Klembord", CopyLyricsToClipboard},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "Lyr2", "&Save Lyrics text", "&Bewaar deze Lyrics", nullptr},
-    {MenuEntry::Entry, "Lyr3", "Save Lyrics text &As", "&Bewaar deze Lyrics Als", nullptr},
+    {MenuEntry::Entry, "Lyr2", "&Save Lyrics text", "&Bewaar deze Lyrics", SaveLyrics},
+    {MenuEntry::Entry, "Lyr3", "Save Lyrics text &As", "&Bewaar deze Lyrics Als", SaveLyricsAs},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Lyr4", "Lyrics check: &Insert 'Y' or 'N' into Database", "Lyrics aanwezig: 'Y' of 'N' naar Database", nullptr},
     {MenuEntry::Entry, "Lyr5", "&List Lyrics for (non)available Songs", "&Maak lijst van niet aanwezige Lyrics", nullptr},
@@ -156,8 +157,8 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Menu, "Pict0", "&Pictures", "&Plaatjes", nullptr},
     {MenuEntry::Entry, "Pict1", "&Check for available Pictures", "Geef aanwezige &Plaatjes van artiesten aan", nullptr},
     {MenuEntry::Entry, "Pict2", "Picture check: &Insert 'Y' or 'N' into Database", "Plaatjes aanwezig: 'Y' of 'N' naar Database", nullptr},
-    {MenuEntry::Entry, "Pict3", "Show Pictures of Selected Artist", "Toon Plaatjes van geselecteerde Artiest", nullptr},
-    {MenuEntry::Entry, "Pict4", "Show Pictures by Path name", nullptr, nullptr},
+    {MenuEntry::Entry, "Pict3", "Show Pictures of Selected Artist", "Toon Plaatjes van geselecteerde Artiest", ShowSelectedArtistPicture},
+    {MenuEntry::Entry, "Pict4", "Show Pictures by Path name", nullptr, ShowPictureByPathName},
     {MenuEntry::Menu, "Help", "&Help", "&Help", nullptr},
     {MenuEntry::Entry, "About", "&About", "&Over de ZOR JUKEBOX", ShowAbout},
     {MenuEntry::Entry, "User1", "&User Guide", "&Gebruiksaanwijzing", OpenUserGuide},
