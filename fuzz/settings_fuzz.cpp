@@ -53,6 +53,9 @@ struct NoProcess : ProcessControl {
 struct NoDesktop : Desktop {
     bool Open(const QString&) override { return false; }
 };
+struct NoPlayers : MediaPlayerFactory {
+    std::unique_ptr<MediaPlayer> MakePlayer() override { return nullptr; }
+};
 
 void Require(bool ok, const char* what) {
     if (ok) return;
@@ -78,7 +81,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static NoProcess process;
     static FileSystem files;
     static NoDesktop desktop;
-    static Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop};
+    static NoPlayers players;
+    static Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop, players};
     Require(dir.isValid(), "no temporary directory");
 
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 namespace zor {
 
@@ -102,6 +103,49 @@ public:
     virtual bool Open(const QString& documentOrUrl) = 0;
 };
 
+// The media player control: MediaPlayer1 on the main window, the mixer's two
+// channels, the finder's player. Open loads a file and starts it; a file that
+// cannot be played leaves PlayerErrorFlag nonzero until the next Open. The
+// player holds its file open (FileSystem's registry) until another file is
+// opened, which is how the jukebox frees a song: it opens its own ZOR3.mp3.
+enum MediaPlayState : int { mpStopped = 0, mpPaused = 1, mpPlaying = 2 };
+
+class MediaPlayer {
+public:
+    virtual ~MediaPlayer() = default;
+    virtual void Open(const QString& path) = 0;
+    // Stop goes back to the start and keeps the file loaded: Play starts it
+    // again. After the end of the file the position stays at Duration.
+    virtual void Stop() = 0;
+    virtual void Pause() = 0;
+    virtual void Play() = 0;  // resumes, or starts from the beginning when stopped
+    virtual int PlayState() const = 0;  // MediaPlayState
+    virtual double CurrentPosition() const = 0;  // seconds
+    virtual void SetCurrentPosition(double seconds) = 0;
+    virtual double Duration() const = 0;  // seconds; 0 while unknown
+    virtual int PlayerErrorFlag() const = 0;
+    virtual QString FileName() const = 0;
+    // Hundredths of a decibel: 0 full, -10000 silent.
+    virtual void SetVolume(int hundredthsDb) = 0;
+    virtual int Volume() const = 0;
+    // -10000 (right silent) .. 0 (both) .. 10000 (left silent): the other
+    // channel's attenuation in hundredths of a decibel.
+    virtual void SetBalance(int balance) = 0;
+    virtual int Balance() const = 0;
+    // Fired on the user-interface thread for every change of PlayState: by
+    // Play, Pause and Stop at once, by the end of the file or a failure while
+    // playing when the player's message arrives. Open starts from stopped
+    // without an event, then fires the change to playing.
+    std::function<void(int oldState, int newState)> PlayStateChange;
+};
+
+// Makes players: the main window needs one, the mixer two, the finder one.
+class MediaPlayerFactory {
+public:
+    virtual ~MediaPlayerFactory() = default;
+    virtual std::unique_ptr<MediaPlayer> MakePlayer() = 0;
+};
+
 struct Platform {
     MessageBoxes& messages;
     CommonDialog& dialog;
@@ -112,6 +156,7 @@ struct Platform {
     ProcessControl& process;
     FileSystem& files;
     Desktop& desktop;
+    MediaPlayerFactory& players;
 };
 
 }  // namespace zor

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace zor::testing {
 
 int FakeMessageBoxes::MsgBox(const QString& prompt, int flags, const QString& title) {
@@ -36,6 +38,7 @@ void FakeClock::Advance(double seconds) {
     now.setTime(QTime(now.time().hour(), now.time().minute(), now.time().second()));
     timer += seconds;
     if (timer >= 86400) timer -= 86400;
+    if (onAdvance) onAdvance();
 }
 
 void FakeEventPump::DoEvents() {
@@ -79,6 +82,94 @@ void FakeFiles::MkDir(const QString& path) {
     log << QStringLiteral("MkDir %1").arg(path);
     MaybeFail(QStringLiteral("MkDir"));
     FileSystem::MkDir(path);
+}
+
+FakeMediaPlayer::FakeMediaPlayer(FakeMediaPlayerFactory& factory, Clock& clock, FileSystem& files)
+    : factory_(factory), clock_(clock), files_(files) {}
+
+FakeMediaPlayer::~FakeMediaPlayer() { std::erase(factory_.made, this); }
+
+double FakeMediaPlayer::Played() const {
+    if (state_ != mpPlaying) return playedBefore_;
+    double run = clock_.Timer() - startedAt_;
+    if (run < 0) run += 86400;  // Timer went past midnight
+    return playedBefore_ + run;
+}
+
+void FakeMediaPlayer::Change(int newState) {
+    if (newState == state_) return;
+    const int old = state_;
+    state_ = newState;
+    if (PlayStateChange) PlayStateChange(old, newState);
+}
+
+void FakeMediaPlayer::Open(const QString& path) {
+    calls << QStringLiteral("Open %1").arg(path);
+    hold_.Reset();
+    fileName_ = path;
+    state_ = mpStopped;  // a new file starts from stopped without an event, as the real one
+    playedBefore_ = 0;
+    const auto d = factory_.durations.find(path);
+    const auto e = factory_.errors.find(path);
+    error_ = e == factory_.errors.end() ? 0 : e->second;
+    duration_ = error_ || d == factory_.durations.end() ? 0 : d->second;
+    if (error_) return;
+    if (files_.FileExists(path)) hold_ = FileHold(files_, path);
+    startedAt_ = clock_.Timer();
+    Change(mpPlaying);
+}
+
+void FakeMediaPlayer::Stop() {
+    calls << QStringLiteral("Stop");
+    playedBefore_ = 0;
+    Change(mpStopped);
+}
+
+void FakeMediaPlayer::Pause() {
+    calls << QStringLiteral("Pause");
+    if (state_ != mpPlaying) return;
+    playedBefore_ = Played();
+    Change(mpPaused);
+}
+
+void FakeMediaPlayer::Play() {
+    calls << QStringLiteral("Play");
+    if (fileName_.isEmpty() || error_ || state_ == mpPlaying) return;
+    if (duration_ > 0 && playedBefore_ >= duration_) playedBefore_ = 0;  // from the end: again
+    startedAt_ = clock_.Timer();
+    Change(mpPlaying);
+}
+
+int FakeMediaPlayer::PlayState() const { return state_; }
+
+double FakeMediaPlayer::CurrentPosition() const {
+    const double p = Played();
+    return duration_ > 0 ? std::min(p, duration_) : p;
+}
+
+void FakeMediaPlayer::SetCurrentPosition(double seconds) {
+    calls << QStringLiteral("Position %1").arg(seconds);
+    playedBefore_ = std::max(0.0, seconds);
+    startedAt_ = clock_.Timer();
+}
+
+void FakeMediaPlayer::CheckEnd() {
+    if (state_ != mpPlaying || duration_ <= 0 || Played() < duration_) return;
+    playedBefore_ = duration_;
+    Change(mpStopped);
+}
+
+std::unique_ptr<MediaPlayer> FakeMediaPlayerFactory::MakePlayer() {
+    auto p = std::make_unique<FakeMediaPlayer>(*this, clock_, files_);
+    made.push_back(p.get());
+    return p;
+}
+
+void FakeMediaPlayerFactory::CheckEnds() {
+    // A stop event may destroy or make players: walk a copy, skip the gone.
+    const std::vector<FakeMediaPlayer*> players = made;
+    for (FakeMediaPlayer* p : players)
+        if (std::find(made.begin(), made.end(), p) != made.end()) p->CheckEnd();
 }
 
 }  // namespace zor::testing

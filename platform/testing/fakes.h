@@ -7,9 +7,11 @@
 #include <QDateTime>
 #include <QStringList>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace zor::testing {
@@ -48,6 +50,8 @@ public:
     QDateTime Now() override { return now; }
     double Timer() override { return timer; }
     void Advance(double seconds);
+    // Runs after each Advance: the fake players follow the clock.
+    std::function<void()> onAdvance;
 };
 
 class FakeEventPump : public EventPump {
@@ -115,6 +119,69 @@ private:
     std::map<QString, std::deque<int>> failures_;
 };
 
+// The media player, played by the fake clock: the position is the seconds
+// the clock has run since Open, less the paused time, up to the Duration
+// scripted for the path. When the clock reaches the Duration the song ends
+// (state 0, PlayStateChange). A song without a scripted length has Duration
+// 0 and never ends by itself. A path scripted with an error leaves
+// PlayerErrorFlag set and does not play. The file is held open in the
+// registry while loaded, as the real player holds it.
+class FakeMediaPlayerFactory;
+
+class FakeMediaPlayer : public MediaPlayer {
+public:
+    FakeMediaPlayer(FakeMediaPlayerFactory& factory, Clock& clock, FileSystem& files);
+    ~FakeMediaPlayer() override;
+    QStringList calls;  // "Open path", "Stop", "Pause", "Play", "Position 12.5"
+    void Open(const QString& path) override;
+    void Stop() override;
+    void Pause() override;
+    void Play() override;
+    int PlayState() const override;
+    double CurrentPosition() const override;
+    void SetCurrentPosition(double seconds) override;
+    double Duration() const override { return duration_; }
+    int PlayerErrorFlag() const override { return error_; }
+    QString FileName() const override { return fileName_; }
+    void SetVolume(int hundredthsDb) override { volume_ = std::clamp(hundredthsDb, -10000, 0); }
+    int Volume() const override { return volume_; }
+    void SetBalance(int balance) override { balance_ = std::clamp(balance, -10000, 10000); }
+    int Balance() const override { return balance_; }
+    // Ends the song if the clock has reached its Duration.
+    void CheckEnd();
+
+private:
+    double Played() const;  // seconds of play so far, uncapped
+    void Change(int newState);
+    FakeMediaPlayerFactory& factory_;
+    Clock& clock_;
+    FileSystem& files_;
+    FileHold hold_;
+    QString fileName_;
+    double duration_ = 0;
+    int error_ = 0;
+    int state_ = mpStopped;
+    double playedBefore_ = 0;  // seconds played before the last start
+    double startedAt_ = 0;     // the clock's Timer at the last start
+    int volume_ = 0, balance_ = 0;
+};
+
+class FakeMediaPlayerFactory : public MediaPlayerFactory {
+public:
+    FakeMediaPlayerFactory(Clock& clock, FileSystem& files) : clock_(clock), files_(files) {}
+    std::map<QString, double> durations;  // seconds by path
+    std::map<QString, int> errors;        // PlayerErrorFlag by path
+    std::vector<FakeMediaPlayer*> made;   // the players alive, oldest first
+    std::unique_ptr<MediaPlayer> MakePlayer() override;
+    FakeMediaPlayer& Last() { return *made.back(); }
+    void CheckEnds();
+
+private:
+    friend class FakeMediaPlayer;
+    Clock& clock_;
+    FileSystem& files_;
+};
+
 // All doubles in one bundle, with the Platform that hands them out.
 struct TestPlatform {
     FakeMessageBoxes messages;
@@ -126,9 +193,11 @@ struct TestPlatform {
     FakeProcessControl process;
     FakeFiles files;
     FakeDesktop desktop;
-    Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop};
+    FakeMediaPlayerFactory players{clock, files};
+    Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop, players};
     TestPlatform() {
         events.onWait = [this](int ms) { clock.Advance(ms / 1000.0); };
+        clock.onAdvance = [this] { players.CheckEnds(); };
     }
 };
 

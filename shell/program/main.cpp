@@ -1,5 +1,6 @@
 // ZORjuke: the jukebox program.
 #include "platform/file_system.h"
+#include "platform/gst_player.h"
 #include "platform/qt/qt_services.h"
 #include "platform/system_services.h"
 #include "shell/ui/app.h"
@@ -22,7 +23,8 @@ int main(int argc, char** argv) {
     zor::QtProcessControl process;
     zor::FileSystem files;
     zor::QtDesktop desktop;
-    zor::Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop};
+    zor::GstPlayerFactory players(files);
+    zor::Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop, players};
 
     zor::App app(platform);
     if (!app.Start() || process.Ended()) return 0;

@@ -53,7 +53,7 @@ struct FrameTest : ::testing::Test {
     testing::TestPlatform tp;
     ScriptedFiles files;
     Platform platform{tp.messages, tp.dialog,      tp.clock, tp.events, tp.beeper,
-                      tp.environment, tp.process, files,    tp.desktop};
+                      tp.environment, tp.process, files,    tp.desktop, tp.players};
     Jukebox j{platform};
     Mp3FrameInfo info;
     QTemporaryDir dir;
