@@ -39,8 +39,22 @@ QByteArray EncodeLogRecord(const LogRecord& r) {
     return line;
 }
 
-QString LogTimeText(const QDateTime& now) { return QLocale::system().toString(now.time(), QLocale::ShortFormat); }
-QString LogDateText(const QDateTime& now) { return QLocale::system().toString(now.date(), QLocale::ShortFormat); }
+// The machine's short text when it fits its column in the log's code page;
+// otherwise a plain numeric form that does. Cut to the column, the C
+// locale's "22 Nov 2026" would lose a digit of the year, and many locales'
+// texts have signs Windows-1252 lacks.
+QString FitLogColumn(const QString& text, int width, const QString& plain) {
+    return text.size() <= width && cp1252::Decode(cp1252::Encode(text)) == text ? text : plain;
+}
+
+QString LogTimeText(const QDateTime& now) {
+    return FitLogColumn(QLocale::system().toString(now.time(), QLocale::ShortFormat), 12,
+                        QLocale::c().toString(now.time(), QStringLiteral("HH:mm")));
+}
+QString LogDateText(const QDateTime& now) {
+    return FitLogColumn(QLocale::system().toString(now.date(), QLocale::ShortFormat), 10,
+                        QLocale::c().toString(now.date(), QStringLiteral("dd-MM-yyyy")));
+}
 
 void LogProgramStart(Jukebox& j) {
     if (j.settings.LogActivity == 0) return;

@@ -19,7 +19,9 @@ struct LogRecord {
 
 // The 80 bytes of one line.
 QByteArray EncodeLogRecord(const LogRecord& r);
-// The machine's short time and date texts.
+// The machine's short time and date texts, or "20:15" and "22-11-2026" where
+// those don't fit their 12 and 10 columns in Windows-1252.
+QString FitLogColumn(const QString& text, int width, const QString& plain);
 QString LogTimeText(const QDateTime& now);
 QString LogDateText(const QDateTime& now);
 
