@@ -3,6 +3,7 @@
 #include "catalogue/ui/catalogue_ops.h"
 #include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/import_ops.h"
+#include "playback/ui/form24.h"
 #include "playback/ui/lyrics_ops.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/help_ops.h"
@@ -32,7 +33,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "Save4", "Save Pla&ylist As", "Bewaar Pla&ylist Als", nullptr},
     {MenuEntry::Entry, "Save5", "Save Playlist in M3U format", nullptr, nullptr},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "Slog1", "Show &LOG file", "Toon &LOG bestand", nullptr},
+    {MenuEntry::Entry, "Slog1", "Show &LOG file", "Toon &LOG bestand", ShowLogFile},
     {MenuEntry::Entry, "SStat1", "Show Statistics", nullptr, nullptr},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Exit1", "E&xit", nullptr, [](Form1& f) { ExitProgram(f, false); }},
