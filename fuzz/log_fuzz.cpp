@@ -1,0 +1,60 @@
+// A play log as any bytes: cut short, grown by hand, binary, or empty. The
+// viewer pages through all of it as its scroll bar would, reading through
+// the file layer. Nothing may crash or read past the file; a page is always
+// 23 records, the file's own bytes where it has them, and its text never
+// holds a zero or a carriage return.
+#include "platform/file_system.h"
+#include "playback/log_view.h"
+#include "playback/play_log.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace zor;
+
+void Require(bool ok, const char* what) {
+    if (ok) return;
+    std::fprintf(stderr, "log_fuzz: %s\n", what);
+    std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static QTemporaryDir dir;
+    static FileSystem files;
+    Require(dir.isValid(), "no temporary directory");
+    const QString path = dir.filePath(QStringLiteral("ZORjuke.log"));
+    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    {
+        QFile f(path);
+        Require(f.open(QIODevice::WriteOnly | QIODevice::Truncate), "cannot write");
+        Require(f.write(bytes) == bytes.size(), "cannot write");
+    }
+
+    const qint64 lines = LogLineCount(qint64(size));
+    Require(lines >= 0 && lines * kLogLineBytes <= qint64(size) + kLogLineBytes / 2, "line count out of reach");
+    const qint64 pageBytes = qint64(kLogPageLines) * kLogLineBytes;
+    QByteArray buffer;
+    // Every value of the scroll bar, 0 to Lines + 1.
+    for (qint64 top = 0; top <= lines + 1; ++top) {
+        const qint64 at = top * kLogLineBytes;
+        const QByteArray span = bytes.mid(at, pageBytes);
+        QByteArray again = buffer;
+        const QByteArray page = BuildLogPage(span, buffer);
+        Require(page.size() == pageBytes, "a page is not 23 records");
+        Require(buffer.size() == kLogLineBytes, "the record buffer changed size");
+        Require(page.startsWith(span), "a page does not begin with the file's bytes");
+        const QString text = ReadLogPage(files, path, top, again);
+        Require(text == LogPageText(page) && again == buffer, "the file and the bytes read differently");
+        Require(!text.contains(QChar(u'\0')) && !text.contains(u'\r'), "a zero or a carriage return shows");
+    }
+    Require(!files.IsHeldOpen(path), "the log was left open");
+    return 0;
+}
