@@ -1,0 +1,54 @@
+#pragma once
+// The byte work of header repair: where the audio of a song with a lead-in
+// begins, and the copy of the song from there into a scratch file in blocks
+// of 30000 bytes. Positions are 1-based, as the file layer's.
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+namespace zor {
+
+class BinaryFile;
+class EventPump;
+class FileSystem;
+
+inline constexpr qint64 kRepairBlockBytes = 30000;
+// The bytes read at the head of the song; the scan looks at the first 3001.
+inline constexpr qint64 kRepairHeadBytes = 5000;
+// A frame start below this position is passed over: the bytes before it
+// always go.
+inline constexpr qint64 kRepairKeepFrom = 2000;
+// The scan's end: without a frame start from 2000 on, the copy starts here.
+inline constexpr qint64 kRepairScanEnd = 3000;
+
+// A byte of 255 followed by one of 224 or more at the 1-based position p of
+// `head`; bytes beyond its end count as zero. Stricter than the analyser's
+// header test, which takes any byte above 200.
+bool IsRepairFrameStart(const QByteArray& head, qint64 p);
+
+// Where the copy starts: the first frame start at 2000 or later, or 3000
+// when there is none before that. `letEventsThrough` runs at each frame start
+// found on the way and once at the end, as the scan lets events through.
+qint64 RepairStart(const QByteArray& head, const std::function<void()>& letEventsThrough);
+
+// Copies `in` from the 1-based position `from` into `out` from its first
+// byte: whole blocks of 30000 while `from` is at most length - 30000, then,
+// when length is above the position reached, the length - position + 1
+// bytes that remain. When the position reached is the length itself, that
+// last byte stays behind.
+void CopyFromPosition(BinaryFile& in, qint64 length, qint64 from, BinaryFile& out);
+
+// Opens the song and the scratch, finds the start in the song's first 5000
+// bytes, letting events through as it goes, and writes the song from there
+// into the scratch. Both files are closed when it returns or raises. Raises
+// RuntimeError when a file can't be opened, read or written; the song is
+// only read.
+void CopyPastLeadIn(FileSystem& fs, EventPump& events, const QString& song, const QString& scratch);
+
+// The song replaced by the scratch, then the scratch deleted. The copy goes
+// through a file of its own and a rename, so a failed copy leaves the song
+// as it was.
+void ReplaceFromScratch(FileSystem& fs, const QString& song, const QString& scratch);
+
+}  // namespace zor

@@ -1,0 +1,273 @@
+// Header repair: the scan for the first frame start from position 2000 on,
+// the 30000-byte copy, and RemoveLeadIn from the main window, on MP3 files
+// that lame makes at test time with junk put in front of them.
+#include "mp3/header_repair.h"
+#include "mp3/mp3_frame.h"
+#include "mp3/ui/header_repair_ops.h"
+#include "platform/binary_file.h"
+#include "platform/runtime_error.h"
+#include "tests/support/form_harness.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <tuple>
+#include <utility>
+
+namespace zor::testing {
+namespace {
+
+QByteArray ReadAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void WriteAll(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(f.write(bytes), bytes.size());
+}
+
+// `n` bytes that hold no frame start; `at` positions (1-based) get one.
+QByteArray Junk(qint64 n, std::initializer_list<qint64> frameStartsAt = {}) {
+    QByteArray b(n, '\0');
+    // 255 and a byte below 224 by turns; it ends on the low one when n is even.
+    for (qint64 i = 0; i < n; ++i) b[i] = char(i % 2 ? 0xD0 + i % 16 : 0xFF);
+    for (qint64 p : frameStartsAt) {
+        if (p >= 2) b[p - 2] = '\0';
+        b[p - 1] = char(0xFF);
+        b[p] = char(0xFB);
+    }
+    return b;
+}
+
+// Five seconds of a tone at 128 kb/s with a tag at the end, from lame.
+QByteArray EncodedSong(const QString& dir) {
+    const QString lame = QStandardPaths::findExecutable(QStringLiteral("lame"));
+    if (lame.isEmpty()) return {};
+    QByteArray pcm(44100 * 5 * 2, '\0');
+    for (int i = 0; i < 44100 * 5; ++i) {
+        const auto s = qint16(8000 * std::sin(2 * M_PI * 440 * i / 44100.0));
+        pcm[2 * i] = char(s & 0xFF);
+        pcm[2 * i + 1] = char((s >> 8) & 0xFF);
+    }
+    const QString raw = dir + QStringLiteral("/tone.raw"), mp3 = dir + QStringLiteral("/tone.mp3");
+    WriteAll(raw, pcm);
+    QProcess p;
+    p.start(lame, {"--quiet", "-r", "-s", "44.1", "--bitwidth", "16", "-m", "m", "-b", "128", "--id3v1-only",
+                   "--tt", "Waterloo", "--ta", "ABBA", raw, mp3});
+    if (!p.waitForFinished(60000) || p.exitCode() != 0) return {};
+    return ReadAll(mp3);
+}
+
+TEST(RepairScan, OnlyAFrameStartFrom2000OnEndsTheLeadInElse3000) {
+    int events = 0;
+    const auto count = [&events] { ++events; };
+    // Frame starts before 2000 are passed over, each letting events through.
+    EXPECT_EQ(RepairStart(Junk(5000, {1, 100, 1999, 2500, 2800}), count), 2500);
+    EXPECT_EQ(events, 4);
+    EXPECT_EQ(RepairStart(Junk(5000, {2000}), nullptr), 2000);
+    EXPECT_EQ(RepairStart(Junk(5000, {2999}), nullptr), 2999);
+    // None from 2000 to 2999: the scan stops at 3000, frame start or not.
+    events = 0;
+    EXPECT_EQ(RepairStart(Junk(5000, {1, 3000, 3100}), count), 3000);
+    EXPECT_EQ(events, 2);
+    // A short head: what isn't there is no frame start.
+    EXPECT_EQ(RepairStart(Junk(100, {10}), nullptr), 3000);
+    EXPECT_EQ(RepairStart(QByteArray(), nullptr), 3000);
+
+    // 255 then 224 or more, and nothing looser.
+    QByteArray head(4, '\0');
+    head[0] = char(0xFF);
+    head[1] = char(0xE0);
+    head[2] = char(0xFF);
+    head[3] = char(0xDF);
+    EXPECT_TRUE(IsRepairFrameStart(head, 1));
+    EXPECT_FALSE(IsRepairFrameStart(head, 3));
+    EXPECT_FALSE(IsRepairFrameStart(head, 4));  // its second byte is past the end
+    EXPECT_FALSE(IsRepairFrameStart(head, 0));
+}
+
+struct RepairCopyTest : ::testing::Test {
+    QTemporaryDir dir;
+    FileSystem fs;
+    QString in() const { return dir.filePath(QStringLiteral("in.mp3")); }
+    QString out() const { return dir.filePath(QStringLiteral("out.mp3")); }
+    // An `length`-byte file; the copy of it from `from`, and the file's bytes
+    // from there.
+    std::pair<QByteArray, QByteArray> Copy(qint64 length, qint64 from) {
+        QByteArray bytes(length, '\0');
+        for (qint64 i = 0; i < length; ++i) bytes[i] = char(i * 7 + i / 251);
+        WriteAll(in(), bytes);
+        QFile::remove(out());
+        {
+            BinaryFile a(fs, in()), b(fs, out());
+            CopyFromPosition(a, length, from, b);
+        }
+        return {ReadAll(out()), bytes.mid(from - 1)};
+    }
+};
+
+TEST_F(RepairCopyTest, BlocksOf30000ThenTheRestExceptALastByteAtTheBlocksEnd) {
+    auto [copy, rest] = Copy(100000, 2000);  // three blocks and 8001 bytes
+    EXPECT_EQ(copy, rest);
+    std::tie(copy, rest) = Copy(61999, 2000);  // a block, then exactly a block's worth
+    EXPECT_EQ(copy, rest);
+    std::tie(copy, rest) = Copy(20000, 3000);  // shorter than a block: the rest alone
+    EXPECT_EQ(copy, rest);
+    // A last block that ends one byte short of the end leaves that byte.
+    std::tie(copy, rest) = Copy(32000, 2000);
+    EXPECT_EQ(copy, rest.chopped(1));
+    // A file no longer than the lead-in gives nothing.
+    EXPECT_TRUE(Copy(2500, 3000).first.isEmpty());
+    EXPECT_TRUE(Copy(3000, 3000).first.isEmpty());
+}
+
+struct EncodedRepairTest : ::testing::Test {
+    QTemporaryDir dir;
+    TestPlatform tp;
+    QByteArray clean;
+    QString song() const { return dir.filePath(QStringLiteral("song.mp3")); }
+    QString scratch() const { return dir.filePath(QStringLiteral("ZOR1.mp3")); }
+    void SetUp() override {
+        clean = EncodedSong(dir.path());
+        if (clean.isEmpty()) GTEST_SKIP() << "lame is needed to make the MP3 files; not found";
+        ASSERT_EQ(static_cast<unsigned char>(clean[0]), 0xFF);
+    }
+};
+
+TEST_F(EncodedRepairTest, JunkBeforeTheFirstFrameGoesAndTheTagComesAlong) {
+    // 2400 bytes of junk with a decoy frame start and bytes above 200, which
+    // the analyser takes for the header.
+    WriteAll(song(), Junk(2400, {700}) + clean);
+    Mp3FrameInfo before;
+    ASSERT_EQ(ScanMp3File(tp.files, song(), before, true).outcome, Mp3Outcome::Analysed);
+    EXPECT_NE(before.SampleRateText, QStringLiteral("44100"));
+
+    CopyPastLeadIn(tp.files, tp.events, song(), scratch());
+    EXPECT_EQ(ReadAll(scratch()), clean);
+    EXPECT_EQ(ReadAll(song()).size(), clean.size() + 2400);  // only read
+    EXPECT_GE(tp.events.calls, 2);
+    EXPECT_FALSE(tp.files.IsHeldOpen(song()));
+    EXPECT_FALSE(tp.files.IsHeldOpen(scratch()));
+
+    ReplaceFromScratch(tp.files, song(), scratch());
+    EXPECT_EQ(ReadAll(song()), clean);
+    EXPECT_FALSE(QFile::exists(scratch()));
+    EXPECT_TRUE(ReadAll(song()).right(128).startsWith("TAGWaterloo"));
+    Mp3FrameInfo after;
+    ASSERT_EQ(ScanMp3File(tp.files, song(), after, true).outcome, Mp3Outcome::Analysed);
+    EXPECT_EQ(after.BitRateText, QStringLiteral("128"));
+    EXPECT_EQ(after.SampleRateText, QStringLiteral("44100"));
+    EXPECT_EQ(after.LayerText, QStringLiteral("Layer III"));
+}
+
+TEST_F(EncodedRepairTest, AFailedReplacementLeavesTheSongWhole) {
+    const QByteArray junked = Junk(2100) + clean;
+    WriteAll(song(), junked);
+    CopyPastLeadIn(tp.files, tp.events, song(), scratch());
+
+    tp.files.FailNext(QStringLiteral("FileCopy"), 61);
+    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
+    EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_EQ(ReadAll(scratch()), clean);
+
+    // A copy that fails on the disk itself: the file it writes first can't be made.
+    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("song.mp3.zorcopy")));
+    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
+    EXPECT_EQ(ReadAll(song()), junked);
+}
+
+struct RemoveLeadInTest : ::testing::Test {
+    FormHarness h;
+    QTemporaryDir music;
+    QByteArray clean, junked;
+    QString song() const { return music.filePath(QStringLiteral("song.mp3")); }
+    QString scratch() { return h.inst.File(QStringLiteral("ZOR1.mp3")); }
+    QString catalogue() { return h.inst.File(QStringLiteral("Mp3data1.mdb")); }
+    QString message() { return h.form().Text1->text(); }
+    void SetUp() override {
+        clean = EncodedSong(music.path());
+        if (clean.isEmpty()) GTEST_SKIP() << "lame is needed to make the MP3 files; not found";
+        junked = Junk(2600, {1}) + clean;
+        WriteAll(song(), junked);
+        SongFields s;
+        s[0] = QStringLiteral("Waterloo");
+        s[1] = QStringLiteral("ABBA");
+        s[5] = song();
+        TestInstallation::AddSongs(catalogue(), {s});
+        ASSERT_TRUE(h.Start());
+        h.form().MFGrid1.SetRow(1);
+        h.form().MFGrid1.SetCol(1);
+        ASSERT_EQ(h.form().MFGrid1.TextMatrix(1, 6), song());
+    }
+    void Repair() { RemoveLeadIn(h.form(), h.form().MFGrid1); }
+};
+
+TEST_F(RemoveLeadInTest, TheOpenCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
+    const QByteArray catalogueBytes = ReadAll(catalogue());
+    ASSERT_EQ(h.j().DatabaseFile, catalogue());
+    WriteAll(scratch(), "left from before");
+    Repair();
+    EXPECT_EQ(h.form().MFGrid1.Col(), 6);
+    EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_EQ(ReadAll(catalogue()), catalogueBytes);
+    EXPECT_TRUE(h.inst.tp.files.log.contains(QStringLiteral("Kill ") + catalogue()));
+    // The copy was made before the deletion failed, and stays.
+    EXPECT_EQ(ReadAll(scratch()), clean);
+    EXPECT_EQ(message(), QStringLiteral("Non-standard MP3 header will be removed from: ") + song() +
+                             QStringLiteral(" ; Please wait..."));
+    EXPECT_TRUE(h.boxes().shown.empty());
+
+    h.j().Language = QStringLiteral("0");
+    Repair();
+    EXPECT_EQ(message(), QStringLiteral("Non-standaard MP3 header wordt verwijderd van: ") + song() +
+                             QStringLiteral(" ; Wacht s.v.p..."));
+    EXPECT_EQ(ReadAll(song()), junked);
+}
+
+TEST_F(RemoveLeadInTest, ACatalogueNotHeldOpenIsNotDeletedEither) {
+    const QString other = h.inst.File(QStringLiteral("Mp3data0.mdb"));
+    const QByteArray otherBytes = ReadAll(other);
+    ASSERT_FALSE(h.inst.tp.files.IsHeldOpen(other));
+    h.j().DatabaseFile = other;
+    Repair();
+    EXPECT_EQ(ReadAll(other), otherBytes);
+    EXPECT_EQ(ReadAll(song()), junked);
+}
+
+TEST_F(RemoveLeadInTest, NothingHappensToASongThatIsMissingOrCannotBeCopied) {
+    const QString before = message();
+    // A missing song: the scratch from before goes, nothing is said.
+    WriteAll(scratch(), "left from before");
+    h.form().MFGrid1.SetTextMatrix(1, 6, music.filePath(QStringLiteral("gone.mp3")));
+    Repair();
+    EXPECT_FALSE(QFile::exists(scratch()));
+    EXPECT_EQ(message(), before);
+
+    // A scratch that can't be written: the song stays, the box says nothing.
+    h.form().MFGrid1.SetTextMatrix(1, 6, song());
+    ASSERT_TRUE(QDir(h.inst.programDir).mkdir(QStringLiteral("ZOR1.mp3")));
+    Repair();
+    EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_TRUE(message().endsWith(QStringLiteral(" ; Please wait...")));
+    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_FALSE(h.inst.tp.files.IsHeldOpen(song()));
+
+    // A song kept under the scratch's own name is left alone.
+    ASSERT_TRUE(QDir(scratch()).removeRecursively());
+    WriteAll(scratch(), junked);
+    h.form().MFGrid1.SetTextMatrix(1, 6, scratch());
+    Repair();
+    EXPECT_EQ(ReadAll(scratch()), junked);
+}
+
+}  // namespace
+}  // namespace zor::testing
