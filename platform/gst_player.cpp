@@ -130,9 +130,9 @@ void GstPlayer::Open(const QString& path) {
     hold_ = FileHold(files_, path);
     const QByteArray uri = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()).toEncoded();
     g_object_set(pipeline_, "uri", uri.constData(), nullptr);
-    if (gst_element_set_state(pipeline_, GST_STATE_PAUSED) == GST_STATE_CHANGE_FAILURE)
-        return Fail(QStringLiteral("Could not open the file."));
-    if (!WaitForPreroll()) return;
+    const GstStateChangeReturn loading = gst_element_set_state(pipeline_, GST_STATE_PAUSED);
+    if (loading == GST_STATE_CHANGE_FAILURE) return Fail(QStringLiteral("Could not open the file."));
+    if (loading == GST_STATE_CHANGE_ASYNC && !WaitForPreroll()) return;
     loaded_ = true;
     Duration();
     if (gst_element_set_state(pipeline_, GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
@@ -269,7 +269,8 @@ void GstPlayer::Change(int newState) {
     if (newState == state_) return;
     const int old = state_;
     state_ = newState;
-    if (PlayStateChange) PlayStateChange(old, newState);
+    // A copy: the handler may let this player go.
+    if (const auto handler = PlayStateChange) handler(old, newState);
 }
 
 }  // namespace zor

@@ -100,7 +100,8 @@ void FakeMediaPlayer::Change(int newState) {
     if (newState == state_) return;
     const int old = state_;
     state_ = newState;
-    if (PlayStateChange) PlayStateChange(old, newState);
+    // A copy: the handler may let this player go.
+    if (const auto handler = PlayStateChange) handler(old, newState);
 }
 
 void FakeMediaPlayer::Open(const QString& path) {
