@@ -17,7 +17,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <tuple>
 #include <utility>
 
@@ -48,16 +47,11 @@ QByteArray Junk(qint64 n, std::initializer_list<qint64> frameStartsAt = {}) {
     return b;
 }
 
-// Five seconds of a tone at 128 kb/s with a tag at the end, from lame.
+// Five seconds of silence at 128 kb/s with a tag at the end, from lame.
 QByteArray EncodedSong(const QString& dir) {
     const QString lame = QStandardPaths::findExecutable(QStringLiteral("lame"));
     if (lame.isEmpty()) return {};
-    QByteArray pcm(44100 * 5 * 2, '\0');
-    for (int i = 0; i < 44100 * 5; ++i) {
-        const auto s = qint16(8000 * std::sin(2 * M_PI * 440 * i / 44100.0));
-        pcm[2 * i] = char(s & 0xFF);
-        pcm[2 * i + 1] = char((s >> 8) & 0xFF);
-    }
+    const QByteArray pcm(44100 * 5 * 2, '\0');
     const QString raw = dir + QStringLiteral("/tone.raw"), mp3 = dir + QStringLiteral("/tone.mp3");
     WriteAll(raw, pcm);
     QProcess p;
@@ -74,25 +68,13 @@ TEST(RepairScan, OnlyAFrameStartFrom2000OnEndsTheLeadInElse3000) {
     EXPECT_EQ(RepairStart(Junk(5000, {1, 100, 1999, 2500, 2800}), count), 2500);
     EXPECT_EQ(events, 4);
     EXPECT_EQ(RepairStart(Junk(5000, {2000}), nullptr), 2000);
-    EXPECT_EQ(RepairStart(Junk(5000, {2999}), nullptr), 2999);
     // None from 2000 to 2999: the scan stops at 3000, frame start or not.
-    events = 0;
-    EXPECT_EQ(RepairStart(Junk(5000, {1, 3000, 3100}), count), 3000);
-    EXPECT_EQ(events, 2);
-    // A short head: what isn't there is no frame start.
+    EXPECT_EQ(RepairStart(Junk(5000, {1, 3000}), nullptr), 3000);
     EXPECT_EQ(RepairStart(Junk(100, {10}), nullptr), 3000);
-    EXPECT_EQ(RepairStart(QByteArray(), nullptr), 3000);
-
     // 255 then 224 or more, and nothing looser.
-    QByteArray head(4, '\0');
-    head[0] = char(0xFF);
-    head[1] = char(0xE0);
-    head[2] = char(0xFF);
-    head[3] = char(0xDF);
-    EXPECT_TRUE(IsRepairFrameStart(head, 1));
-    EXPECT_FALSE(IsRepairFrameStart(head, 3));
-    EXPECT_FALSE(IsRepairFrameStart(head, 4));  // its second byte is past the end
-    EXPECT_FALSE(IsRepairFrameStart(head, 0));
+    EXPECT_TRUE(IsRepairFrameStart("\xFF\xE0", 1));
+    EXPECT_FALSE(IsRepairFrameStart("\xFF\xDF", 1));
+    EXPECT_FALSE(IsRepairFrameStart("\xFF", 1));
 }
 
 struct RepairCopyTest : ::testing::Test {
@@ -143,46 +125,35 @@ struct EncodedRepairTest : ::testing::Test {
     }
 };
 
-TEST_F(EncodedRepairTest, JunkBeforeTheFirstFrameGoesAndTheTagComesAlong) {
-    // 2400 bytes of junk with a decoy frame start and bytes above 200, which
-    // the analyser takes for the header.
-    WriteAll(song(), Junk(2400, {700}) + clean);
-    Mp3FrameInfo before;
-    ASSERT_EQ(ScanMp3File(tp.files, song(), before, true).outcome, Mp3Outcome::Analysed);
-    EXPECT_NE(before.SampleRateText, QStringLiteral("44100"));
+TEST_F(EncodedRepairTest, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHarmsNothing) {
+    // Junk with a decoy frame start and bytes above 200, which the analyser
+    // takes for the header.
+    const QByteArray junked = Junk(2400, {700}) + clean;
+    WriteAll(song(), junked);
+    Mp3FrameInfo info;
+    ASSERT_EQ(ScanMp3File(tp.files, song(), info, true).outcome, Mp3Outcome::Analysed);
+    EXPECT_NE(info.SampleRateText, QStringLiteral("44100"));
 
     CopyPastLeadIn(tp.files, tp.events, song(), scratch());
     EXPECT_EQ(ReadAll(scratch()), clean);
-    EXPECT_EQ(ReadAll(song()).size(), clean.size() + 2400);  // only read
-    EXPECT_GE(tp.events.calls, 2);
+    EXPECT_EQ(ReadAll(song()), junked);
     EXPECT_FALSE(tp.files.IsHeldOpen(song()));
-    EXPECT_FALSE(tp.files.IsHeldOpen(scratch()));
 
+    // A copy that fails, injected or on the disk itself, leaves the song whole.
+    tp.files.FailNext(QStringLiteral("FileCopy"), 61);
+    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
+    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("song.mp3.zorcopy")));
+    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
+    EXPECT_EQ(ReadAll(song()), junked);
+
+    ASSERT_TRUE(QDir(dir.filePath(QStringLiteral("song.mp3.zorcopy"))).removeRecursively());
     ReplaceFromScratch(tp.files, song(), scratch());
     EXPECT_EQ(ReadAll(song()), clean);
     EXPECT_FALSE(QFile::exists(scratch()));
     EXPECT_TRUE(ReadAll(song()).right(128).startsWith("TAGWaterloo"));
-    Mp3FrameInfo after;
-    ASSERT_EQ(ScanMp3File(tp.files, song(), after, true).outcome, Mp3Outcome::Analysed);
-    EXPECT_EQ(after.BitRateText, QStringLiteral("128"));
-    EXPECT_EQ(after.SampleRateText, QStringLiteral("44100"));
-    EXPECT_EQ(after.LayerText, QStringLiteral("Layer III"));
-}
-
-TEST_F(EncodedRepairTest, AFailedReplacementLeavesTheSongWhole) {
-    const QByteArray junked = Junk(2100) + clean;
-    WriteAll(song(), junked);
-    CopyPastLeadIn(tp.files, tp.events, song(), scratch());
-
-    tp.files.FailNext(QStringLiteral("FileCopy"), 61);
-    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
-    EXPECT_EQ(ReadAll(song()), junked);
-    EXPECT_EQ(ReadAll(scratch()), clean);
-
-    // A copy that fails on the disk itself: the file it writes first can't be made.
-    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("song.mp3.zorcopy")));
-    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
-    EXPECT_EQ(ReadAll(song()), junked);
+    ASSERT_EQ(ScanMp3File(tp.files, song(), info, true).outcome, Mp3Outcome::Analysed);
+    EXPECT_EQ(info.BitRateText, QStringLiteral("128"));
+    EXPECT_EQ(info.SampleRateText, QStringLiteral("44100"));
 }
 
 struct RemoveLeadInTest : ::testing::Test {
@@ -211,7 +182,7 @@ struct RemoveLeadInTest : ::testing::Test {
     void Repair() { RemoveLeadIn(h.form(), h.form().MFGrid1); }
 };
 
-TEST_F(RemoveLeadInTest, TheOpenCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
+TEST_F(RemoveLeadInTest, TheCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
     const QByteArray catalogueBytes = ReadAll(catalogue());
     ASSERT_EQ(h.j().DatabaseFile, catalogue());
     WriteAll(scratch(), "left from before");
@@ -220,27 +191,21 @@ TEST_F(RemoveLeadInTest, TheOpenCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
     EXPECT_EQ(ReadAll(song()), junked);
     EXPECT_EQ(ReadAll(catalogue()), catalogueBytes);
     EXPECT_TRUE(h.inst.tp.files.log.contains(QStringLiteral("Kill ") + catalogue()));
-    // The copy was made before the deletion failed, and stays.
-    EXPECT_EQ(ReadAll(scratch()), clean);
+    EXPECT_EQ(ReadAll(scratch()), clean);  // made before the deletion failed
     EXPECT_EQ(message(), QStringLiteral("Non-standard MP3 header will be removed from: ") + song() +
                              QStringLiteral(" ; Please wait..."));
     EXPECT_TRUE(h.boxes().shown.empty());
 
-    h.j().Language = QStringLiteral("0");
-    Repair();
-    EXPECT_EQ(message(), QStringLiteral("Non-standaard MP3 header wordt verwijderd van: ") + song() +
-                             QStringLiteral(" ; Wacht s.v.p..."));
-    EXPECT_EQ(ReadAll(song()), junked);
-}
-
-TEST_F(RemoveLeadInTest, ACatalogueNotHeldOpenIsNotDeletedEither) {
+    // A catalogue file that isn't held open is refused all the same.
     const QString other = h.inst.File(QStringLiteral("Mp3data0.mdb"));
     const QByteArray otherBytes = ReadAll(other);
-    ASSERT_FALSE(h.inst.tp.files.IsHeldOpen(other));
     h.j().DatabaseFile = other;
+    h.j().Language = QStringLiteral("0");
     Repair();
     EXPECT_EQ(ReadAll(other), otherBytes);
     EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_EQ(message(), QStringLiteral("Non-standaard MP3 header wordt verwijderd van: ") + song() +
+                             QStringLiteral(" ; Wacht s.v.p..."));
 }
 
 TEST_F(RemoveLeadInTest, NothingHappensToASongThatIsMissingOrCannotBeCopied) {
