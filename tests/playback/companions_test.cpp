@@ -1,0 +1,461 @@
+// The lyrics and picture windows on a real main window, with lyrics and
+// pictures in temporary directories: how each file is found, where the
+// windows go, what keeps them away, and the lyrics and picture menus.
+#include "playback/companion_files.h"
+#include "playback/picture_fit.h"
+#include "playback/ui/companion_forms.h"
+#include "playback/ui/companions.h"
+#include "tests/support/form_harness.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace zor::testing {
+namespace {
+
+TEST(CompanionNames, StemTitleKeyAndSaveName) {
+    EXPECT_EQ(SongFileStem(u"/music/Let It Be.mp3"), QStringLiteral("Let It Be."));
+    EXPECT_EQ(SongFileStem(u"C:\\MP3\\abc.mp3"), QStringLiteral("abc."));
+    EXPECT_EQ(SongFileStem(u"D:a.b"), QStringLiteral("a.b"));  // three letters stay whole
+    EXPECT_EQ(SongNameKey(u"Let It Be"), QStringLiteral("LetItBe"));
+    EXPECT_EQ(SongNameKey(u"Bridge Over Troubled Water"), QStringLiteral("BridgeOv"));
+    EXPECT_EQ(LyricsSaveName(u"/music/Let It Be.mp3"), QStringLiteral("Let It Be.txt"));
+    EXPECT_EQ(LyricsSaveName(u"/music/noext"), QStringLiteral("no.txt"));
+    EXPECT_EQ(LyricsSaveName(u" a.b "), QString());
+}
+
+TEST(PictureFit, FillsOneWayKeepsProportionsCentresTheOther) {
+    EXPECT_EQ(FitPictureRect({200, 100}, {100, 100}), QRect(0, 25, 100, 50));
+    EXPECT_EQ(FitPictureRect({100, 400}, {300, 200}), QRect(125, 0, 50, 200));
+    EXPECT_EQ(FitPictureRect({30, 20}, {600, 400}), QRect(0, 0, 600, 400));
+    EXPECT_EQ(FitPictureRect({0, 20}, {600, 400}), QRect());
+    EXPECT_EQ(TrueSizeRect({30, 20}, {600, 400}), QRect(285, 190, 30, 20));
+    // A picture that isn't one draws nothing and costs nothing.
+    EXPECT_TRUE(RenderPicture(QImage(), {50, 40}, Qt::black, false).size() == QSize(50, 40));
+}
+
+SongFields Song(const QString& title, const QString& artist, const QString& album, const QString& path,
+                const QString& lyricsCell = QStringLiteral(" N")) {
+    SongFields s;
+    s[0] = title;
+    s[1] = artist;
+    s[2] = album;
+    s[5] = path;
+    s[7] = lyricsCell;
+    return s;
+}
+
+struct CompanionsTest : ::testing::Test {
+    FormHarness h;
+    QString lyricsDir, picturesDir, coversDir, backsDir;
+
+    void SetUp() override {
+        const QString base = h.inst.home + QStringLiteral("/c");
+        lyricsDir = base + QStringLiteral("/lyr");
+        picturesDir = base + QStringLiteral("/pic");
+        coversDir = base + QStringLiteral("/cov");
+        backsDir = base + QStringLiteral("/back");
+        for (const QString& d : {lyricsDir, picturesDir, coversDir, backsDir}) QDir().mkpath(d);
+    }
+    void Start(const std::vector<SongFields>& songs, bool artistic = false) {
+        TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), songs);
+        h.inst.EditSettings([&](Settings& s) {
+            s.SortAtStart = 0;
+            s.LyricsPath = lyricsDir;
+            s.PicturesPath = picturesDir;
+            s.AlbumCoverPath = coversDir;
+            s.AlbumBackPath = backsDir;
+            s.ShowLyricsAtPlay = s.ShowPictureAtPlay = s.ShowAlbumCover = s.ShowAlbumBack = 1;
+            s.RandomPictures = s.MaximizePicture = 0;
+            s.ArtisticScreen = artistic ? 1 : 0;
+        });
+        ASSERT_TRUE(h.Start());
+    }
+    Form1& f() { return h.form(); }
+    Jukebox& j() { return h.j(); }
+    SongGrid& grid() { return f().MFGrid1; }
+    LyricsForm& form3() { return f().companions->Form3(); }
+    ArtistPictureForm& form4() { return f().companions->Form4(); }
+    static void Write(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    // A picture told apart from the others by its size.
+    static void Picture(const QString& path, int width) {
+        QImage image(width, 10, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+        ASSERT_TRUE(image.save(path));
+    }
+    QString ShownLyrics() { return form3().Face()->toPlainText(); }
+    int ShownPictureWidth() { return form4().PicClip1.width(); }
+    // The artist picture shown for `row`, by its width; 0 when none comes.
+    int ArtistPicture(int row) {
+        grid().SetRow(row);
+        form4().PicClip1 = QImage();
+        ShowArtistPicture(f(), grid());
+        return form4().isVisible() ? ShownPictureWidth() : 0;
+    }
+};
+
+TEST_F(CompanionsTest, LyricsAreFoundByTheirCellThenTheSongFileThenTheTitle) {
+    Write(lyricsDir + QStringLiteral("/Let It Be.lrc"), "When I find myself\r\nin times of trouble\r\n");
+    Write(lyricsDir + QStringLiteral("/Let It Be.txt"), "second hit, never shown");
+    Write(lyricsDir + QStringLiteral("/BridgeOv.sng"), "When you're weary");
+    Write(h.inst.home + QStringLiteral("/own.txt"), "Caf\xE9 line one\r\ntwo\r\nthree\r\n");
+    Start({Song("Let It Be", "The Beatles", "Let It Be", "/music/Let It Be.mp3", " Y"),
+           Song("Bridge Over Troubled Water", "S&G", "", "/music/bridge.mp3"),
+           Song("Anything", "X", "", "/music/x.mp3", h.inst.home + QStringLiteral("/own.txt")),
+           Song("Gone", "X", "", "/music/gone.mp3", h.inst.home + QStringLiteral("/missing.txt"))});
+
+    // A two-letter mark in the Lyrics cell falls through to the song file's
+    // name with any extension, and only the first hit counts.
+    grid().SetRow(1);
+    ShowLyrics(f(), grid());
+    EXPECT_TRUE(form3().isVisible());
+    EXPECT_EQ(ShownLyrics(), QStringLiteral("When I find myself\nin times of trouble\n"));
+    EXPECT_EQ(form3().Text2->toPlainText(), form3().Text1->toPlainText());
+    EXPECT_EQ(j().LyricsLineCount, 2);
+
+    // No file by the song file's name: the title's first eight letters, blanks not counted.
+    grid().SetRow(2);
+    ShowLyrics(f(), grid());
+    EXPECT_EQ(ShownLyrics(), QStringLiteral("When you're weary"));
+    EXPECT_EQ(j().LyricsLineCount, 0);
+
+    // A longer Lyrics cell is the file itself, read in the Windows code page.
+    grid().SetRow(3);
+    ShowLyrics(f(), grid());
+    EXPECT_EQ(ShownLyrics(), QStringLiteral("Café line one\ntwo\nthree\n"));
+    EXPECT_EQ(j().LyricsLineCount, 3);
+
+    // ... and when that file is gone there is no other search: nothing new shows.
+    form3().hide();
+    grid().SetRow(4);
+    ShowLyrics(f(), grid());
+    EXPECT_FALSE(form3().isVisible());
+    EXPECT_EQ(j().LyricsLineCount, 0);
+    EXPECT_TRUE(h.boxes().shown.empty());
+}
+
+TEST_F(CompanionsTest, ABinaryOrHugeLyricsFileNeitherHangsNorFloodsTheWindow) {
+    Write(lyricsDir + QStringLiteral("/song.mp3"), QByteArray("ID3\x03\0\0\0\0", 8) + QByteArray(4000, '\xFF'));
+    QByteArray huge;
+    while (huge.size() < 3 * kMaxLyricsBytes) huge += "la la la la la la la la\r\n";
+    Write(lyricsDir + QStringLiteral("/Long.sng"), huge);
+    Start({Song("Sound", "A", "", "/music/song.mp3"), Song("Long", "B", "", "/m/long.mp3")});
+    grid().SetRow(1);
+    ShowLyrics(f(), grid());
+    EXPECT_FALSE(form3().isVisible());
+    EXPECT_EQ(j().LyricsLineCount, 0);
+
+    grid().SetRow(2);
+    ShowLyrics(f(), grid());
+    EXPECT_TRUE(form3().isVisible());
+    EXPECT_LE(ShownLyrics().size(), kMaxLyricsBytes);
+    EXPECT_EQ(j().LyricsLineCount, kMaxLyricsBytes / 25);
+    EXPECT_TRUE(h.boxes().shown.empty());
+}
+
+TEST_F(CompanionsTest, LyricsStandInTheLeftHalfAndCheck1WidensThem) {
+    Write(lyricsDir + QStringLiteral("/s.sng"), "text");
+    Start({Song("s", "A", "", "/m/s.mp3")});
+    grid().SetRow(1);
+    ShowLyrics(f(), grid());
+    // A 1280 x 800 screen in the normal skin.
+    EXPECT_EQ(form3().geometry(), QRect(10, 152, 630, 595));
+    EXPECT_EQ(form3().Check1->x(), (630 * 15 - 700) / 15);
+    EXPECT_TRUE(form3().Text1->isVisible());
+    EXPECT_FALSE(form3().Text2->isVisible());
+    EXPECT_FALSE(form3().Command1->isVisible());
+    EXPECT_EQ(form3().Check1->toolTip(), QStringLiteral("Lyrics text size"));
+
+    form3().Check1->click();
+    EXPECT_EQ(form3().width(), 1280 - 38);
+    EXPECT_EQ(form3().Text1->font().family(), QStringLiteral("MS Sans Serif"));
+    form3().Check1->click();
+    EXPECT_EQ(form3().width(), 630);
+    EXPECT_EQ(form3().Text1->font().family(), j().LyricsFont.name);
+
+    // The text boxes follow the window, down to 1000 twips.
+    form3().resize(300, 200);
+    EXPECT_EQ(form3().Text1->size(), QSize((300 * 15 - 250) / 15, (200 * 15 - 250) / 15));
+    form3().resize(60, 200);
+    EXPECT_EQ(form3().Text1->size(), QSize((300 * 15 - 250) / 15, (200 * 15 - 250) / 15));
+}
+
+TEST_F(CompanionsTest, TheArtisticSkinShowsText2FromTheLeftEdge) {
+    Write(lyricsDir + QStringLiteral("/s.sng"), "text");
+    Picture(picturesDir + QStringLiteral("/A.jpg"), 30);
+    Start({Song("s", "A", "", "/m/s.mp3")}, true);
+    grid().SetRow(1);
+    ShowLyrics(f(), grid());
+    EXPECT_EQ(form3().geometry(), QRect(0, 171, 650, 565));
+    EXPECT_TRUE(form3().Text2->isVisible());
+    EXPECT_FALSE(form3().Text1->isVisible());
+    ShowArtistPicture(f(), grid());
+    EXPECT_EQ(form4().geometry(), QRect(640, 171, 640, 565));
+}
+
+TEST_F(CompanionsTest, ThePlainTurnSkipsGapsAndNeverShowsTenOrAbove) {
+    for (auto [name, width] : {std::pair{"ABBA2.jpg", 22}, {"ABBA5.bmp", 55}, {"ABBA10.jpg", 100}})
+        Picture(picturesDir + u'/' + QString::fromLatin1(name), width);
+    Picture(picturesDir + QStringLiteral("/One1.jpg"), 11);
+    Picture(picturesDir + QStringLiteral("/Nine9.jpg"), 9);
+    Picture(picturesDir + QStringLiteral("/Nine10.jpg"), 100);
+    Start({Song("Waterloo", "ABBA", "", "/m/w.mp3"), Song("x", "One", "", "/m/x.mp3"),
+           Song("y", "Nine", "", "/m/y.mp3")});
+    EXPECT_EQ(ArtistPicture(1), 22);  // after two misses: no name alone, no 1
+    EXPECT_EQ(form4().geometry(), QRect(640, 152, 615, 595));
+    EXPECT_EQ(j().PictureNumber, 3);
+    EXPECT_EQ(ArtistPicture(1), 55);
+    EXPECT_EQ(ArtistPicture(1), 0);  // 6 to 9 are missing: the turn ends
+    EXPECT_EQ(j().PictureNumber, 0);
+    EXPECT_EQ(ArtistPicture(1), 22);
+    // The name with 1 counts in the plain turn.
+    j().PictureNumber = 0;
+    EXPECT_EQ(ArtistPicture(2), 11);
+    // After the 9 the turn starts over; the 10 never comes.
+    EXPECT_EQ(ArtistPicture(3), 9);
+    EXPECT_EQ(ArtistPicture(3), 9);
+}
+
+TEST_F(CompanionsTest, TheRandomDrawKeepsToTheUnbrokenSeriesCountedOncePerSong) {
+    for (auto [name, width] : {std::pair{"Queen.jpg", 10}, {"Queen2.jpg", 20}, {"Queen3.bmp", 30}, {"Queen5.jpg", 50}})
+        Picture(picturesDir + u'/' + QString::fromLatin1(name), width);
+    Picture(picturesDir + QStringLiteral("/Solo.jpg"), 7);
+    Start({Song("a", "Queen", "", "/m/a.mp3"), Song("b", "Solo", "", "/m/b.mp3")});
+    j().settings.RandomPictures = 1;
+    auto draws = [&] {
+        std::set<int> seen;
+        for (int i = 0; i < 40; ++i) {
+            h.inst.tp.clock.Advance(1);
+            seen.insert(ArtistPicture(1));
+        }
+        return seen;
+    };
+    EXPECT_EQ(draws(), (std::set<int>{10, 20, 30}));
+
+    // A new picture joins the series once the next song counts again.
+    Picture(picturesDir + QStringLiteral("/Queen4.jpg"), 40);
+    EXPECT_EQ(draws(), (std::set<int>{10, 20, 30}));
+    ClearRandomPictureFlag(f());
+    EXPECT_EQ(draws(), (std::set<int>{10, 20, 30, 40, 50}));
+
+    // The picture without a number alone: shown at once, nothing drawn.
+    ClearRandomPictureFlag(f());
+    const uint32_t seed = f().companions->PictureRandom.Seed();
+    EXPECT_EQ(ArtistPicture(2), 7);
+    EXPECT_EQ(f().companions->PictureRandom.Seed(), seed);
+}
+
+TEST_F(CompanionsTest, AlbumCoverAndBackSayWhenTheyAreMissing) {
+    Picture(coversDir + QStringLiteral("/Abbey Road.bmp"), 33);
+    Write(backsDir + QStringLiteral("/Abbey Road.jpg"), "this is no picture");
+    Start({Song("Something", "The Beatles", "  Abbey Road ", "/m/s.mp3")});
+    grid().SetRow(1);
+    ShowAlbumCover(f(), grid());
+    PictureForm& cover = f().companions->Form18();
+    EXPECT_TRUE(cover.isVisible());
+    EXPECT_EQ(cover.PicClip1.width(), 33);
+    EXPECT_EQ(cover.geometry(), QRect(640, 152, 615, 595));
+    EXPECT_EQ(j().PictureMissing, 0);
+
+    ShowAlbumBack(f(), grid());
+    EXPECT_FALSE(CompanionVisible(f(), 19));
+    EXPECT_EQ(j().PictureMissing, 1);
+    EXPECT_TRUE(h.boxes().shown.empty());
+
+    j().settings.ShowAlbumCover = 0;
+    ShowAlbumCover(f(), grid());
+    EXPECT_EQ(j().PictureMissing, 1);
+}
+
+TEST_F(CompanionsTest, EditsHoldsTheMixerAndSettingsKeepTheWindowsAway) {
+    Write(lyricsDir + QStringLiteral("/s.sng"), "text");
+    Picture(picturesDir + QStringLiteral("/A.jpg"), 30);
+    Picture(coversDir + QStringLiteral("/B.jpg"), 30);
+    Start({Song("s", "A", "B", "/m/s.mp3")});
+    grid().SetRow(1);
+    auto shows = [&] {
+        f().companions->HideAll();
+        j().PictureNumber = 0;
+        ShowLyrics(f(), grid());
+        ShowArtistPicture(f(), grid());
+        ShowAlbumCover(f(), grid());
+        std::vector<bool> v;
+        for (int n : {3, 4, 18}) v.push_back(CompanionVisible(f(), n));
+        return v;
+    };
+    EXPECT_EQ(shows(), (std::vector<bool>{true, true, true}));
+    j().LyricsEditing = 1;
+    EXPECT_EQ(shows(), (std::vector<bool>{true, false, false}));
+    j().LyricsEditing = 0;
+    j().MixerOpen = 1;
+    EXPECT_EQ(shows(), (std::vector<bool>{true, false, false}));
+    j().MixerOpen = 0;
+    j().ScrollHold = 1;
+    EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
+    // Lyr1 and Pict3 let go of the hold: the user asks for them.
+    h.Click("Lyr1");
+    h.Click("Pict3");
+    EXPECT_TRUE(CompanionVisible(f(), 3) && CompanionVisible(f(), 4));
+    j().settings.ShowLyricsAtPlay = j().settings.ShowPictureAtPlay = 0;
+    EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
+    j().settings.ShowLyricsAtPlay = j().settings.ShowPictureAtPlay = 1;
+    f().setWindowState(Qt::WindowMinimized);
+    EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
+}
+
+TEST_F(CompanionsTest, AKeyInTheLyricsTakesOverUnlessTheUserIsEditing) {
+    Write(lyricsDir + QStringLiteral("/s.sng"), "one\ntwo\nthree\nfour");
+    Picture(picturesDir + QStringLiteral("/A.jpg"), 30);
+    Picture(backsDir + QStringLiteral("/B.jpg"), 30);
+    Start({Song("s", "A", "B", "/m/s.mp3")});
+    grid().SetRow(1);
+    ShowLyrics(f(), grid());
+    ShowArtistPicture(f(), grid());
+    ShowAlbumBack(f(), grid());
+    QTest::keyClick(form3().Text1, Qt::Key_Down);  // moving through the text is no take-over
+    EXPECT_EQ(j().ScrollHold, 0);
+    QTest::keyClick(form3().Text1, Qt::Key_X);
+    EXPECT_EQ(j().ScrollHold, 1);
+    for (int n : {3, 4, 19}) EXPECT_FALSE(CompanionVisible(f(), n)) << n;
+    EXPECT_EQ(ShownLyrics(), QStringLiteral("one\ntwo\nthree\nfour"));
+
+    // Scrolling moves the caret one line at a time.
+    ShowLyricsWindow(f());
+    form3().Text1->moveCursor(QTextCursor::Start);
+    ScrollLyricsDown(f());
+    EXPECT_EQ(form3().Text1->textCursor().blockNumber(), 1);
+
+    // While editing the keys type, and only the album windows go.
+    j().ScrollHold = 0;
+    ShowAlbumBack(f(), grid());
+    h.Click("Edit3");
+    QTest::keyClicks(form3().Text1, "!");
+    EXPECT_EQ(j().ScrollHold, 1);
+    EXPECT_FALSE(CompanionVisible(f(), 19));
+    EXPECT_TRUE(CompanionVisible(f(), 3));
+    EXPECT_TRUE(form3().Text1->toPlainText().contains(u'!'));
+}
+
+TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileName) {
+    Start({Song("Let It Be", "The Beatles", "", "/music/Let It Be.mp3"), Song("x", "y", "", "/a")});
+    grid().SetRow(1);
+    h.Click("Edit2");
+    EXPECT_TRUE(form3().isVisible());
+    EXPECT_TRUE(form3().Command1->isVisible());
+    EXPECT_EQ(form3().Text1->palette().color(QPalette::Base), QColor(255, 200, 120));
+    EXPECT_EQ(j().LyricsEditing, 1);
+    form3().Text1->setPlainText(QStringLiteral("Mother Mary\ncomes to me €"));
+    form3().Command1->click();
+    QFile saved(lyricsDir + QStringLiteral("/Let It Be.txt"));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_EQ(saved.readAll(), QByteArray("Mother Mary\r\ncomes to me \x80\r\n"));
+    EXPECT_EQ(j().LyricsEditing, 0);
+    EXPECT_FALSE(form3().Command1->isVisible());
+
+    h.Click("Lyr6");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Mother Mary\ncomes to me €"));
+
+    // Save As through the dialog; Cancel writes nothing.
+    const QString other = h.inst.home + QStringLiteral("/other.txt");
+    h.inst.tp.dialog.names = {other, QString()};
+    h.Click("Lyr3");
+    h.Click("Lyr3");
+    EXPECT_TRUE(QFile::exists(other));
+    EXPECT_EQ(h.inst.tp.dialog.calls.size(), 2u);
+    EXPECT_EQ(h.inst.tp.dialog.calls[0].filter, QStringLiteral("All Files (*.*)|*.*"));
+
+    // A path of under four characters writes nothing, and an empty window
+    // never blanks a saved text.
+    grid().SetRow(2);
+    h.Click("Lyr2");
+    EXPECT_EQ(QDir(lyricsDir).entryList(QDir::Files), QStringList({"Let It Be.txt"}));
+    grid().SetRow(1);
+    h.Click("Edit2");
+    h.Click("Lyr2");
+    EXPECT_EQ(QFileInfo(saved.fileName()).size(), 28);
+
+    // A lyrics directory that is gone is reported, and the edit stays open.
+    form3().Text1->setPlainText(QStringLiteral("keep me"));
+    QDir(lyricsDir).removeRecursively();
+    h.Click("Edit3");
+    h.Click("Lyr2");
+    ASSERT_EQ(h.boxes().shown.size(), 1u);
+    EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '76':")));
+    EXPECT_EQ(j().LyricsEditing, 1);
+}
+
+TEST_F(CompanionsTest, ThePictureListMaximizesShowsTrueSizeAndHides) {
+    Picture(picturesDir + QStringLiteral("/A.bmp"), 30);
+    Start({Song("s", "A", "", "/m/s.mp3")});
+    EXPECT_EQ(ArtistPicture(1), 30);
+    QTest::mouseClick(form4().Picture1, Qt::LeftButton);
+    ASSERT_TRUE(form4().List1->isVisible());
+    auto choose = [&](int entry) {
+        QListWidget* list = form4().List1;
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(entry)).center());
+    };
+    choose(ArtistPictureForm::Maximize);
+    EXPECT_FALSE(form4().List1->isVisible());
+    EXPECT_EQ(form4().geometry(), QRect(0, 0, 1280, 800));
+    EXPECT_EQ(j().settings.MaximizePicture, 1);
+    // Fitted: the 30 x 10 picture fills the full width.
+    EXPECT_EQ(form4().Picture1->pixmap().toImage().pixelColor(2, 400), QColor(Qt::darkCyan));
+
+    QTest::mouseClick(form4().Picture1, Qt::LeftButton);
+    choose(ArtistPictureForm::TrueSizeEntry);
+    EXPECT_EQ(j().TrueSizePicture, 1);
+    EXPECT_NE(form4().Picture1->pixmap().toImage().pixelColor(2, 400), QColor(Qt::darkCyan));
+    EXPECT_EQ(form4().Picture1->pixmap().toImage().pixelColor(640, 400), QColor(Qt::darkCyan));
+
+    QTest::mouseClick(form4().Picture1, Qt::LeftButton);
+    choose(ArtistPictureForm::Normal);
+    EXPECT_EQ(j().TrueSizePicture, 0);
+    EXPECT_EQ(j().settings.MaximizePicture, 0);
+    QTest::mouseClick(form4().Picture1, Qt::LeftButton);
+    choose(ArtistPictureForm::Hide);
+    EXPECT_FALSE(form4().isVisible());
+}
+
+TEST_F(CompanionsTest, TheSeamHidesAllFourAndFollowsANewMainWindow) {
+    Picture(h.inst.File(QStringLiteral("ZORjuke1.jpg")), 40);
+    Start({});
+    // The start picture: nearly the full width in the normal skin.
+    j().ShowStartPicture();
+    EXPECT_TRUE(form4().isVisible());
+    EXPECT_EQ(form4().geometry(), QRect(10, 152, 1260, 610));
+    EXPECT_EQ(CompanionWidthTwips(f(), 4), 1260 * 15);
+    form3().show();
+    f().companions->Form18().show();
+    j().HidePictureForms();
+    for (int n : {3, 4, 18, 19}) EXPECT_FALSE(CompanionVisible(f(), n)) << n;
+
+    // A reload makes new windows before the old ones go; the old ones
+    // leave the new seam in place.
+    auto old = std::move(f().companions);
+    f().companions = std::make_unique<Companions>(f());
+    old.reset();
+    ASSERT_TRUE(j().HidePictureForms);
+    form3().show();
+    j().HidePictureForms();
+    EXPECT_FALSE(form3().isVisible());
+}
+
+}  // namespace
+}  // namespace zor::testing
