@@ -73,7 +73,8 @@ LyricsForm::LyricsForm(Form1& form) : CompanionWindow(form, "Form3", "ZOR JUKEBO
     // stands in the tip.
     Check1 = new QCheckBox(this);
     Check1->setObjectName(QStringLiteral("Check1"));
-    Check1->setGeometry(width() - 700 / kTwipsPerPixel, 2, 700 / kTwipsPerPixel, 20);
+    Check1->setGeometry(0, 2, 700 / kTwipsPerPixel, 20);
+    PlaceCheck1();
     Check1->raise();
     Command1 = new QPushButton(this);
     Command1->setObjectName(QStringLiteral("Command1"));
@@ -106,8 +107,14 @@ void LyricsForm::SetEditingLook(bool editing) {
     for (QPlainTextEdit* t : {Text1, Text2}) {
         // A light background takes dark text; the lyrics colours are made
         // for the dark one.
-        if (editing) SetColours(t, QColor(255, 200, 120), Qt::black);
-        else SetColours(t, Qt::black, textColour_.isValid() ? textColour_ : QColor(255, 255, 0));
+        if (editing) {
+            SetColours(t, QColor(255, 200, 120), Qt::black);
+        } else {
+            // A dark lyrics colour chosen by the user stands on white instead.
+            const QColor text = textColour_.isValid() ? textColour_ : QColor(255, 255, 0);
+            const double luma = 0.299 * text.red() + 0.587 * text.green() + 0.114 * text.blue();
+            SetColours(t, luma < 100 ? Qt::white : Qt::black, text);
+        }
     }
 }
 
@@ -128,6 +135,8 @@ void LyricsForm::ApplyFont(const Jukebox& j) {
     Text1->setFont(font);
     Text2->setFont(font);
 }
+
+void LyricsForm::PlaceCheck1() { Check1->move((width() * kTwipsPerPixel - 700) / kTwipsPerPixel, Check1->y()); }
 
 void LyricsForm::resizeEvent(QResizeEvent* e) {
     QWidget::resizeEvent(e);

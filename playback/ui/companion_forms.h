@@ -56,6 +56,8 @@ public:
     void SetEditingLook(bool editing);
     // The lyrics font of the settings, or "MS Sans Serif" while Check1 is on.
     void ApplyFont(const Jukebox& j);
+    // Check1 at the window's right edge: its left 700 twips short of it.
+    void PlaceCheck1();
 
 protected:
     void resizeEvent(QResizeEvent* e) override;

@@ -166,7 +166,7 @@ void ShowLyrics(Form1& f, SongGrid& grid) {
     form.SetEditingLook(false);
     if (!form.Check1->isChecked()) form.ApplyFont(j);
     form.PlaceAndShow(LyricsPlace(j, form.Check1->isChecked()));
-    form.Check1->move((form.width() * kTwipsPerPixel - 700) / kTwipsPerPixel, form.Check1->y());
+    form.PlaceCheck1();
     form.Command1->hide();
     form.SetLyrics(lyrics.text);
     j.LyricsLineCount = lyrics.lineFeeds;

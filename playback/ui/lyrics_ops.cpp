@@ -27,6 +27,7 @@ void OpenLyricsEditor(Form1& f, bool keepText) {
     form.ApplySkin(j);
     if (!keepText) form.SetLyrics(QString());
     form.PlaceAndShow(LyricsPlace(j, false));
+    form.PlaceCheck1();
     form.Command1->show();
     form.SetEditingLook(true);
     j.LyricsEditing = 1;
