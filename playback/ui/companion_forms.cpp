@@ -1,5 +1,6 @@
 #include "playback/ui/companion_forms.h"
 
+#include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
 #include "playback/picture_fit.h"
 #include "playback/ui/lyrics_ops.h"
@@ -73,7 +74,7 @@ LyricsForm::LyricsForm(Form1& form) : CompanionWindow(form, "Form3", "ZOR JUKEBO
     // stands in the tip.
     Check1 = new QCheckBox(this);
     Check1->setObjectName(QStringLiteral("Check1"));
-    Check1->setGeometry(0, 2, 700 / kTwipsPerPixel, 20);
+    Check1->setGeometry(0, 2, TwipsToPx(700), 20);
     PlaceCheck1();
     Check1->raise();
     Command1 = new QPushButton(this);
@@ -136,13 +137,13 @@ void LyricsForm::ApplyFont(const Jukebox& j) {
     Text2->setFont(font);
 }
 
-void LyricsForm::PlaceCheck1() { Check1->move((width() * kTwipsPerPixel - 700) / kTwipsPerPixel, Check1->y()); }
+void LyricsForm::PlaceCheck1() { Check1->move(TwipsToPx(PxToTwips(width()) - 700), Check1->y()); }
 
 void LyricsForm::resizeEvent(QResizeEvent* e) {
     QWidget::resizeEvent(e);
-    const int w = width() * kTwipsPerPixel, h = height() * kTwipsPerPixel;
+    const int w = PxToTwips(width()), h = PxToTwips(height());
     if (w < 1000 || h < 1000) return;
-    const QRect box(0, 0, (w - 250) / kTwipsPerPixel, (h - 250) / kTwipsPerPixel);
+    const QRect box(0, 0, TwipsToPx(w - 250), TwipsToPx(h - 250));
     Text1->setGeometry(box);
     Text2->setGeometry(box);
     Command1->setGeometry(box.width() / 2 - 50, box.height() - 40, 100, 30);

@@ -17,9 +17,6 @@ namespace zor {
 class Form1;
 struct Jukebox;
 
-// Twips, the forms' unit: 15 to the pixel.
-inline constexpr int kTwipsPerPixel = 15;
-
 // A companion window: topmost, shown without activation, with its title.
 class CompanionWindow : public QWidget {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "playback/ui/companions.h"
 
 #include "catalogue/song_grid.h"
+#include "catalogue/ui/song_grid_view.h"
 #include "platform/file_system.h"
 #include "playback/companion_files.h"
 #include "playback/companion_places.h"
@@ -248,7 +249,7 @@ int CompanionWidthTwips(Form1& f, int formNumber) {
             default: return 0;
         }
     }
-    return w->width() * kTwipsPerPixel;
+    return PxToTwips(w->width());
 }
 
 void ClearRandomPictureFlag(Form1& f) { CompanionsOf(f).RandomCountKnown = false; }
