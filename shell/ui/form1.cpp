@@ -191,11 +191,17 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Form1::ShowMessage(const QColor& background, const QString& text) {
-    QPalette p = Text1->palette();
-    p.setColor(QPalette::Base, background);
     // Dark text on the light colours, white on the reds.
     const double luma = 0.299 * background.red() + 0.587 * background.green() + 0.114 * background.blue();
-    p.setColor(QPalette::Text, luma < 140 ? Qt::white : Qt::black);
+    PaintMessageLine(background, luma < 140 ? Qt::white : Qt::black, text);
+}
+
+void Form1::ShowSongLine(const QString& text) { PaintMessageLine(Qt::black, kSongLineGreen, text); }
+
+void Form1::PaintMessageLine(const QColor& background, const QColor& foreground, const QString& text) {
+    QPalette p = Text1->palette();
+    p.setColor(QPalette::Base, background);
+    p.setColor(QPalette::Text, foreground);
     Text1->setPalette(p);
     Text1->setText(text);
     Text1->setCursorPosition(0);

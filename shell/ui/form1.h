@@ -31,6 +31,7 @@ inline const QColor kYellow(255, 255, 0);
 inline const QColor kDestructive(255, 64, 64);
 inline const QColor kRed(255, 0, 0);
 inline const QColor kWhite(255, 255, 255);
+inline const QColor kSongLineGreen(0, 255, 0);
 
 class Form1 : public QMainWindow {
     Q_OBJECT
@@ -69,12 +70,14 @@ public:
 
     QTimer *Timer1, *Timer3, *Timer4;
 
-    // The message line: background first, then the text.
     // The lyrics and picture windows (Form3, Form4, Form18, Form19).
     std::unique_ptr<Companions> companions;
 
+    // The message line: background first, then the text.
     void ShowMessage(const QColor& background, const QString& text);
     QColor MessageColour() const;
+    // A song's line: pure green on black, as a player's display.
+    void ShowSongLine(const QString& text);
     // A running task's text, shown at once: events are let through after it.
     void ShowWorking(const QColor& background, const QString& text);
     // A walk over n rows: Max n, Min and Value 0.
@@ -99,6 +102,7 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
+    void PaintMessageLine(const QColor& background, const QColor& foreground, const QString& text);
     void BuildMenus();
     void BuildButtonBar();
     void BuildPanels();

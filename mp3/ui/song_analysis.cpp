@@ -1,0 +1,74 @@
+#include "mp3/ui/song_analysis.h"
+
+#include "catalogue/song_grid.h"
+#include "platform/vb.h"
+#include "shell/ui/form1.h"
+
+namespace zor {
+namespace {
+
+constexpr int kPathColumn = 6;
+constexpr int kEncodingColumn = 10;
+constexpr int kRecordColumn = 11;
+constexpr int kEncodingField = 9;
+
+Mp3Analysis AnalyseOnGrid(Form1& f, SongGrid& grid, Mp3Caller caller, const SongAnalysisRequest& request) {
+    Jukebox& j = f.j;
+    Mp3AnalysisOptions o;
+    o.caller = caller;
+    o.SongPathOverride = request.SongPathOverride;
+    o.CurrentCell = grid.Text();
+    o.ShowSongInfoLine = request.ShowSongInfoLine;
+    o.InventoryRun = request.InventoryRun;
+    const Mp3Analysis result = AnalyseMp3File(j, j.Mp3Info, o);
+    if (result.ShowSongInfoLine) {
+        grid.SetCol(1);
+        const QString title = vb::Trim(grid.Text());
+        grid.SetCol(2);
+        const QString artist = vb::Trim(grid.Text());
+        j.SongInfoLine = SongInfoLine(title, artist, j.Mp3Info, j.Language);
+        f.ShowSongLine(j.SongInfoLine);
+    }
+    return result;
+}
+
+}  // namespace
+
+Mp3Analysis AnalyseGridSong(Form1& f, const SongAnalysisRequest& request) {
+    return AnalyseOnGrid(f, f.MFGrid1, Mp3Caller::GridSong, request);
+}
+
+Mp3Analysis AnalysePlaylistSong(Form1& f, const SongAnalysisRequest& request) {
+    return AnalyseOnGrid(f, f.MFgrid2, Mp3Caller::PlaylistSong, request);
+}
+
+Mp3Analysis AnalyseForFileWindow(Form1& f) {
+    Mp3AnalysisOptions o;
+    o.caller = Mp3Caller::FileWindow;
+    o.CurrentCell = f.MFGrid1.Text();
+    const Mp3Analysis result = AnalyseMp3File(f.j, f.j.Mp3Info, o);
+    if (result.outcome == Mp3Outcome::Analysed) f.MFGrid1.SetCol(1);
+    return result;
+}
+
+EditorAnalysis AnalyseForEditor(Form1& f) {
+    Jukebox& j = f.j;
+    SongGrid& grid = f.MFGrid1;
+    grid.SetCol(kPathColumn);
+    Mp3AnalysisOptions o;
+    o.caller = Mp3Caller::Editor;
+    o.CurrentCell = grid.Text();
+    EditorAnalysis e{AnalyseMp3File(j, j.Mp3Info, o), {}};
+    if (e.analysis.outcome != Mp3Outcome::Analysed) return e;
+    e.encodingText = j.Mp3Info.EncodingText + QStringLiteral(" kb/s.");
+    grid.SetTextMatrix(grid.Row(), kEncodingColumn, e.encodingText);
+    const int position = int(vb::NumericValue(grid.TextMatrix(grid.Row(), kRecordColumn)));
+    f.Data1.SetAbsolutePosition(position);
+    f.Data1.Edit();
+    f.Data1.SetField(kEncodingField, QString());
+    f.Data1.Update();
+    grid.SetCol(1);
+    return e;
+}
+
+}  // namespace zor

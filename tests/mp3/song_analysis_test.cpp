@@ -1,0 +1,132 @@
+// The four callers of the analyser on the real main window: which grid's
+// cell each one reads, the song line it leaves in the message line, how a
+// missing file is told in each state, and what the editor's analysis writes.
+#include "mp3/ui/song_analysis.h"
+#include "tests/support/errors.h"
+#include "tests/support/form_harness.h"
+
+#include <QFile>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+namespace zor::testing {
+namespace {
+
+// A song of 96 kbit/s by the bit-rate table, stereo, lasting 65 seconds.
+QByteArray Song96() {
+    QByteArray b = QByteArray::fromHex("fffb7000");
+    b.append(65 * 12000 - b.size(), '\0');
+    return b;
+}
+
+struct SongAnalysisTest : ::testing::Test {
+    FormHarness h;
+    QString song, missing;
+
+    void SetUp() override {
+        song = h.inst.home + QStringLiteral("/Band - Tune.mp3");
+        missing = h.inst.home + QStringLiteral("/gone.mp3");
+        QFile f(song);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(Song96());
+        f.close();
+        SongFields a, b;
+        a[0] = QStringLiteral("  Tune "), a[1] = QStringLiteral("Band  "), a[5] = song, a[9] = QStringLiteral("128");
+        b[0] = QStringLiteral("Other"), b[1] = QStringLiteral("Nobody"), b[5] = missing, b[9] = QStringLiteral("128");
+        TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), {a, b});
+        h.inst.EditSettings([](Settings& s) { s.SortAtStart = 0; });
+        ASSERT_TRUE(h.Start());
+    }
+    Form1& f() { return h.form(); }
+    void OnRow(SongGrid& g, int row) {
+        g.SetRow(row);
+        g.SetCol(6);
+    }
+};
+
+TEST_F(SongAnalysisTest, AStartingSongShowsItsLineInGreenAndLeavesTheGridOnTheArtist) {
+    OnRow(f().MFGrid1, 1);
+    const Mp3Analysis a = AnalyseGridSong(f(), {.ShowSongInfoLine = true});
+    EXPECT_FALSE(a.SongFileMissing);
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05"));
+    EXPECT_EQ(f().j.SongInfoLine, f().Text1->text());
+    EXPECT_EQ(f().Text1->palette().color(QPalette::Text), QColor(0, 255, 0));
+    EXPECT_EQ(f().MFGrid1.Col(), 2);
+    EXPECT_EQ(f().j.Mp3Info.DurationSeconds, 65);
+    EXPECT_EQ(f().j.Mp3Info.ChannelMark, QStringLiteral("S:"));
+
+    // An inventory's pass writes nothing into the message line.
+    f().ShowMessage(kYellow, QStringLiteral("before"));
+    OnRow(f().MFGrid1, 1);
+    AnalyseGridSong(f(), {.InventoryRun = true});
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("before"));
+
+    f().j.Language = QStringLiteral("0");
+    OnRow(f().MFGrid1, 1);
+    AnalyseGridSong(f(), {.ShowSongInfoLine = true});
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("> Tune - Band,  96 kb/s.; Duur: 1:05"));
+}
+
+TEST_F(SongAnalysisTest, EachGridAnalyserReadsItsOwnGridOrTheGivenPath) {
+    // The playlist grid holds the missing song on its current row, the
+    // catalogue's grid the real one: only the playlist's analyser misses.
+    f().MFgrid2.SetRows(2);
+    f().MFgrid2.SetTextMatrix(1, 6, missing);
+    OnRow(f().MFgrid2, 1);
+    OnRow(f().MFGrid1, 1);
+    f().j.PlaylistActive = 1;
+    EXPECT_TRUE(AnalysePlaylistSong(f(), {}).SongFileMissing);
+    EXPECT_FALSE(AnalyseGridSong(f(), {}).SongFileMissing);
+    EXPECT_TRUE(AnalyseGridSong(f(), {.SongPathOverride = missing}).SongFileMissing);
+    EXPECT_TRUE(h.boxes().shown.empty());
+}
+
+TEST_F(SongAnalysisTest, AMissingFileIsToldByTheStateOfTheJukebox) {
+    OnRow(f().MFGrid1, 2);
+    // An inventory neither tells nor flags it, and stores "???".
+    EXPECT_FALSE(AnalyseGridSong(f(), {.InventoryRun = true}).SongFileMissing);
+    EXPECT_EQ(f().j.Mp3Info.EncodingText, QStringLiteral("???"));
+    EXPECT_TRUE(h.boxes().shown.empty());
+    // Otherwise a box with an exclamation for the grids ...
+    EXPECT_TRUE(AnalyseGridSong(f(), {}).SongFileMissing);
+    ASSERT_EQ(h.boxes().shown.size(), 1u);
+    EXPECT_EQ(h.boxes().shown[0].flags, vbExclamation);
+    EXPECT_EQ(h.boxes().shown[0].title, QStringLiteral("ZOR JUKEBOX"));
+    EXPECT_EQ(h.boxes().shown[0].text,
+              QStringLiteral("ATTENTION!\n\nThe Song file is not/no longer in  \nthis pre-determined directory! \n\n"
+                             "Please correct this by adding the \nsong (again) to the database.\n"));
+    // ... and a critical one for the file window and the editor.
+    OnRow(f().MFGrid1, 2);
+    EXPECT_TRUE(AnalyseForFileWindow(f()).SongFileMissing);
+    // While a playlist runs only the editor still tells it.
+    f().j.PlaylistActive = 1;
+    OnRow(f().MFGrid1, 2);
+    EXPECT_TRUE(AnalyseForFileWindow(f()).SongFileMissing);
+    EXPECT_TRUE(AnalyseForEditor(f()).analysis.SongFileMissing);
+    ASSERT_EQ(h.boxes().shown.size(), 3u);
+    EXPECT_EQ(h.boxes().shown[1].flags, vbCritical);
+    EXPECT_EQ(h.boxes().shown[2].flags, vbCritical);
+}
+
+TEST_F(SongAnalysisTest, TheEditorsAnalysisShowsTheRateAndEmptiesTheStoredOne) {
+    // The record reached is the one at the absolute position the row's
+    // record number gives: the second record for the first row.
+    OnRow(f().MFGrid1, 1);
+    f().MFGrid1.SetTextMatrix(1, 11, QStringLiteral("1"));
+    const EditorAnalysis e = AnalyseForEditor(f());
+    EXPECT_EQ(e.encodingText, QStringLiteral(" 96 kb/s."));
+    EXPECT_EQ(f().MFGrid1.TextMatrix(1, 10), e.encodingText);
+    EXPECT_EQ(f().MFGrid1.Col(), 1);
+    const auto rows = TestInstallation::ReadSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")));
+    EXPECT_EQ(rows[0][9], QStringLiteral("128"));
+    EXPECT_EQ(rows[1][9], QString());
+
+    // A file window's analysis of the same song changes no stored field.
+    OnRow(f().MFGrid1, 1);
+    EXPECT_FALSE(AnalyseForFileWindow(f()).Mono);
+    EXPECT_EQ(f().MFGrid1.Col(), 1);
+}
+
+}  // namespace
+}  // namespace zor::testing
