@@ -1,7 +1,7 @@
 #include "catalogue/ui/import_ops.h"
 
 #include "catalogue/ui/catalogue_ops.h"
-#include "platform/cp1252.h"
+#include "mp3/id3_tag.h"
 #include "platform/runtime_error.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/path_selector.h"
@@ -21,17 +21,9 @@ namespace {
 constexpr int kPathField = 5;
 constexpr int kMaxPath = 150;
 
-// The 128 bytes at the end of a file where a song's tag lives.
-struct TagBytes {
-    QByteArray bytes;  // empty until a file of 128 bytes or more was read
-    bool HasTag() const { return bytes.startsWith("TAG"); }
-    QString Text(int offset, int length) const { return cp1252::Decode(bytes.mid(offset, length)); }
-    int Style() const { return static_cast<unsigned char>(bytes[127]); }
-};
-
 struct Scan {
     Form1& f;
-    TagBytes tag;  // the last tag read: a short file keeps the one before
+    Id3TagRecord tag;  // the last tag read: a short file keeps the one before
     std::set<QString> visited;
 };
 
@@ -76,8 +68,8 @@ void ScanFile(Scan& scan, const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return;
     const qint64 length = file.size();
-    if (length >= 128 && file.seek(length - 128))
-        if (QByteArray tail = file.read(128); tail.size() == 128) scan.tag.bytes = std::move(tail);
+    if (length >= kId3TagBytes && file.seek(length - kId3TagBytes))
+        if (const QByteArray tail = file.read(kId3TagBytes); tail.size() == kId3TagBytes) scan.tag = DecodeId3Tag(tail);
     file.close();
     // 3
     const QString name = QFileInfo(path).fileName();
@@ -86,7 +78,7 @@ void ScanFile(Scan& scan, const QString& path) {
     CatalogueStore& rs = f.Data1;
     rs.AddNew();
     f.MFGrid1.SetRows(f.MFGrid1.Rows() + 1);
-    if (!scan.tag.HasTag()) {
+    if (!scan.tag.HasMarker()) {
         // 5
         const NameParts parts = CutFileName(name);
         const bool swap = j.settings.ArtistSongSwap == 1;
@@ -95,11 +87,11 @@ void ScanFile(Scan& scan, const QString& path) {
         rs.SetField(6, QStringLiteral(" N"));
     } else {
         // 6
-        rs.SetField(0, scan.tag.Text(3, 30));
-        rs.SetField(1, scan.tag.Text(33, 30));
-        rs.SetField(2, scan.tag.Text(63, 30));
-        rs.SetField(3, scan.tag.Text(93, 4));
-        rs.SetField(4, j.StyleTable[size_t(std::min(scan.tag.Style(), kStyleCount - 1))]);
+        rs.SetField(0, scan.tag.Title.Text());
+        rs.SetField(1, scan.tag.Artist.Text());
+        rs.SetField(2, scan.tag.Album.Text());
+        rs.SetField(3, scan.tag.Year.Text());
+        rs.SetField(4, j.StyleTable[size_t(StyleForCatalogue(scan.tag.Style))]);
         rs.SetField(6, QStringLiteral(" Y"));
     }
     // 7, 8, 9
