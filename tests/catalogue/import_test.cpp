@@ -10,9 +10,11 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QRandomGenerator>
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace zor::testing {
@@ -190,6 +192,51 @@ TEST_F(ImportTest, ClearFillEmptiesTheCatalogueFirst) {
     Import(root, "ClearFill");
     EXPECT_EQ(Rows().size(), 1u);
     EXPECT_EQ(h.form().Text1->text().left(20), QStringLiteral("Number of songs is: "));
+}
+
+}  // namespace
+}  // namespace zor::testing
+
+namespace zor::testing {
+namespace {
+
+// Names in other scripts, a name that is not UTF-8, files of every awkward
+// size, and a file that goes while the scan runs: the import finishes and
+// takes in every file it can still read.
+TEST_F(ImportTest, OddNamesSizesAndAVanishingFileFinishTheImport) {
+    Write(QStringLiteral("Björk - Jóga.mp3"), SongBytes(nullptr, nullptr));
+    Write(QStringLiteral("Кино - Группа крови.mp3"), SongBytes(nullptr, nullptr));
+    const QByteArray badName = QFile::encodeName(root) + "/bad\xff\xfe - name.mp3";
+    {
+        const int fd = ::open(badName.constData(), O_CREAT | O_WRONLY, 0644);
+        ASSERT_GE(fd, 0);
+        ::close(fd);
+    }
+    QRandomGenerator random(7);
+    QByteArray noise(5000, '\0');
+    for (char& c : noise) c = char(random.bounded(256));
+    const int sizes[] = {0, 1, 127, 128, 3000, 3001};
+    for (int size : sizes) Write(QStringLiteral("size/s%1.mp3").arg(size, 4, 10, QChar(u'0')), QByteArray(size, 'T'));
+    Write(QStringLiteral("size/z noise.mp3"), noise);
+    Write(QStringLiteral("size/zz gone.mp3"), SongBytes("Gone", "Away"));
+    Start();
+    h.j().ShowScannedFiles = 1;
+    // The last file of the size folder is deleted as the scan shows the first.
+    bool deleted = false;
+    h.inst.tp.events.onDoEvents = [&](int) {
+        if (!deleted) deleted = QFile::remove(root + QStringLiteral("/size/zz gone.mp3"));
+    };
+    Import(root);
+    EXPECT_TRUE(deleted);
+    QStringList artists;
+    for (const auto& r : Rows()) artists << r[1];
+    EXPECT_TRUE(artists.contains(QStringLiteral("Björk "))) << artists.join(u'|').toStdString();
+    EXPECT_TRUE(artists.contains(QStringLiteral("Кино "))) << artists.join(u'|').toStdString();
+    // Seven files of the size folder; the deleted one is not among them.
+    int fromSizes = 0;
+    for (const auto& r : Rows()) fromSizes += r[5].contains(QStringLiteral("/size/")) ? 1 : 0;
+    EXPECT_EQ(fromSizes, 7);
+    EXPECT_TRUE(h.boxes().shown.empty());
 }
 
 }  // namespace
