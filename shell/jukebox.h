@@ -55,6 +55,12 @@ struct Jukebox {
     int32_t PlaylistEnd = 1;
     int16_t PlaylistActive = 0;
     int16_t PlaylistBuilding = 0;  // a mark also appends its row to MFgrid2
+    // The playlist loop's steering: the row of MFgrid2 that plays, what the
+    // end of a song does (0 next, 1 back, 2 repeat, 3 next, 4 random), and
+    // what making a playlist does next (0 show only, 1 start, 2 show).
+    int32_t PlaylistPosition = 1;
+    int16_t SkipCommand = 0;
+    int16_t PlayMode = 0;
     // The rows of the last drag in the grid, kept between mouse events.
     int32_t GridMarkStartRow = 0;
     int32_t GridMarkEndRow = 0;
