@@ -6,6 +6,7 @@
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
 #include "playback/ui/companions.h"
+#include "playlists/ui/playlist_mode.h"
 #include "shell/ui/button_bar.h"
 #include "shell/ui/menus.h"
 #include "shell/ui/path_selector.h"
@@ -63,6 +64,8 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
         On([&] { GridMouseDown(*this, button); });
     });
     connect(MFGrid1View, &SongGridView::Click, this, [this] { On([&] { ClickGrid(*this); }); });
+    connect(MFgrid2View, &SongGridView::Click, this, [this] { On([&] { ClickPlaylistGrid(*this); }); });
+    connect(MFgrid2View, &SongGridView::DblClick, this, [this] { On([&] { DoubleClickPlaylistGrid(*this); }); });
 
     BuildPanels();
 
@@ -106,26 +109,34 @@ void Form1::BuildButtonBar() {
         QPushButton** member;
         const char* name;
         void (*operation)(Form1&);
+        // What the button does in the playlist mode, where it differs.
+        void (*inPlaylist)(Form1&) = nullptr;
     };
     const Button buttons[] = {
         {&Command3, "Command3", OpenDatabaseDialog},
         {&Command4, "Command4", SaveDatabaseAs},
-        {&Command1, "Command1", AddSongsNoClear},
-        {&Command8, "Command8", nullptr},
-        {&Command9, "Command9", nullptr},
+        {&Command1, "Command1", AddSongsNoClear, PlaylistBack},
+        {&Command8, "Command8", nullptr, PlaylistRepeat},
+        {&Command9, "Command9", nullptr, PlaylistNext},
         {&Command2, "Command2", nullptr},
-        {&Command7, "Command7", nullptr},
-        {&Command6, "Command6", nullptr},
+        {&Command7, "Command7", TogglePlaylistMode},
+        {&Command6, "Command6", SelectAllByArtist},
         {&Command5, "Command5", [](Form1& f) { ExitProgram(f, true); }},
     };
     for (const Button& b : buttons) {
         auto* button = new QPushButton(Frame2);
         button->setObjectName(QString::fromLatin1(b.name));
         *b.member = button;
-        if (b.operation) {
+        if (b.operation || b.inPlaylist) {
             auto operation = b.operation;
-            connect(button, &QPushButton::clicked, this, [this, operation] { On([&] { operation(*this); }); });
-        } else {
+            auto inPlaylist = b.inPlaylist;
+            connect(button, &QPushButton::clicked, this, [this, operation, inPlaylist] {
+                On([&] {
+                    if (auto chosen = j.PlaylistActive == 1 && inPlaylist ? inPlaylist : operation) chosen(*this);
+                });
+            });
+        }
+        if (!b.operation) {
             // Its operation arrives with its own window.
             button->setEnabled(false);
         }

@@ -4,6 +4,7 @@
 // controls, and its events call the named operations.
 #include "catalogue/catalogue_store.h"
 #include "catalogue/song_grid.h"
+#include "playlists/playlist_state.h"
 #include "shell/jukebox.h"
 
 #include <QMainWindow>
@@ -69,6 +70,9 @@ public:
     QPushButton* Command17;
 
     QTimer *Timer1, *Timer3, *Timer4;
+
+    // The random order and the nesting of the playlist loop.
+    PlaylistState playlist;
 
     // The lyrics and picture windows (Form3, Form4, Form18, Form19).
     std::unique_ptr<Companions> companions;

@@ -5,6 +5,7 @@
 #include "catalogue/ui/import_ops.h"
 #include "playback/ui/form24.h"
 #include "playback/ui/lyrics_ops.h"
+#include "playlists/ui/playlist_mode.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/help_ops.h"
 #include "shell/ui/path_selector.h"
@@ -92,22 +93,22 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Free1", "Use Freespeech", "Gebruik Freespeech", nullptr},
     {MenuEntry::Menu, "Playlist", "P&laylist", "P&laylist", nullptr},
-    {MenuEntry::Entry, "Playlist1", "&Show and Start the Playlist", "Toon en Start de &Playlist", nullptr},
-    {MenuEntry::Entry, "Playlist2", "S&how the Playlist", "&Toon de Playlist", nullptr},
-    {MenuEntry::Entry, "Playlist3", "&Clear the Playlist", "&Wis de Playlist", nullptr},
-    {MenuEntry::Entry, "Playlist4", "&Back to the Database", "&Terug naar de Database", nullptr},
+    {MenuEntry::Entry, "Playlist1", "&Show and Start the Playlist", "Toon en Start de &Playlist", ShowAndStartPlaylist},
+    {MenuEntry::Entry, "Playlist2", "S&how the Playlist", "&Toon de Playlist", ShowPlaylistOnly},
+    {MenuEntry::Entry, "Playlist3", "&Clear the Playlist", "&Wis de Playlist", ClearPlaylist},
+    {MenuEntry::Entry, "Playlist4", "&Back to the Database", "&Terug naar de Database", BackToDatabase},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Random1", "Select at &Random", "Kies &willekeurige songs", nullptr},
     {MenuEntry::Entry, "Random2", "Select at Random according to &Mood", "&Kies willekeurige songs naar gelang stemming", nullptr},
     {MenuEntry::Entry, "Random3", "Select &non-Random according to Mood", "&Selecteer songs naar gelang stemming", nullptr},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "SelArt1", "Select all Songs by &this Artist", "Selecteer alle songs van deze &Artiest", nullptr},
-    {MenuEntry::Entry, "SelAlb1", "Select all Songs on this Alb&um", "Selecteer alle songs van dit Alb&um", nullptr},
-    {MenuEntry::Entry, "SelTit1", "Select all Songs with same &Title", "Selecteer alle songs met zelfde &Titel", nullptr},
-    {MenuEntry::Entry, "SelYear", "Select all Songs from this &Year", "Selecteer alle songs van dit &Jaar", nullptr},
+    {MenuEntry::Entry, "SelArt1", "Select all Songs by &this Artist", "Selecteer alle songs van deze &Artiest", SelectAllByArtist},
+    {MenuEntry::Entry, "SelAlb1", "Select all Songs on this Alb&um", "Selecteer alle songs van dit Alb&um", SelectAllByAlbum},
+    {MenuEntry::Entry, "SelTit1", "Select all Songs with same &Title", "Selecteer alle songs met zelfde &Titel", SelectAllByTitle},
+    {MenuEntry::Entry, "SelYear", "Select all Songs from this &Year", "Selecteer alle songs van dit &Jaar", SelectAllByYear},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "DJMixer", "DJ - Mixer!", nullptr, nullptr},
-    {MenuEntry::Entry, "Intro1", "Play &Intro('s) only", "Speel alleen &Intro's", nullptr},
+    {MenuEntry::Entry, "Intro1", "Play &Intro('s) only", "Speel alleen &Intro's", PlayIntrosOnly},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Halt1", "Stop Play", nullptr, nullptr},
     {MenuEntry::Menu, "Print0", "&Print", "&Print", nullptr},
