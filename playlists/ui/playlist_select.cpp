@@ -40,7 +40,7 @@ void SelectAllBy(Form1& f, const Field& field) {
     j.platform.events.DoEvents();
     const QString key = FieldKey(shown);
     // 4: hidden, the grid gathers the marks into one repaint.
-    f.ProgressBar1->setMaximum(int(vb::Int(j.SongCount / 10.0)) + 1);
+    f.StartProgress(int(vb::Int(j.SongCount / 10.0)) + 1);
     g.SetVisible(false);
     // 5, 6: sorted on this column, the group lies around the current row.
     if (j.SortAtStartCopy != field.col)
@@ -49,6 +49,7 @@ void SelectAllBy(Form1& f, const Field& field) {
         j.PlaylistEnd = MarkGroupAroundRow(g, field.col, key, j.SongCount);
     // 7: the new playlist starts at once, whatever DirectPlay says.
     g.SetVisible(true);
+    f.ProgressBar1->setValue(0);
     j.IntroOnly = 0;
     j.PlayMode = 1;
     j.SkipCommand = 0;
