@@ -15,6 +15,8 @@
 
 namespace zor {
 
+class SongGrid;
+
 inline constexpr int kStyleCount = 81;
 
 struct Jukebox {
@@ -124,6 +126,16 @@ struct Jukebox {
     std::function<void()> FreeSongFromPlayer;
     // Unloads the main window and loads it anew (skin and language changes).
     std::function<void()> ReloadMainWindow;
+    // The play engine's partners that come with later work; each stays empty
+    // until its part is built, and the engine then skips that step.
+    // TTSpeech1 is announcing a song: a double click is then ignored.
+    std::function<bool()> AnnouncerSpeaking;
+    // Announces the grid's current song; returns when the music may start.
+    std::function<void(SongGrid& grid)> AnnounceSong;
+    // Starts Winamp, Music Match or the other player (PlayerChoice 1 to 3).
+    std::function<void(SongGrid& grid)> StartExternalPlayer;
+    // Drives Music Central alongside the song (Settings.MusicCentral).
+    std::function<void(SongGrid& grid)> DriveMusicCentral;
 
     // Chooses a text when it is shown: Dutch for Language "0", else English.
     QString Lang(const QString& english, const QString& dutch) const {

@@ -6,6 +6,8 @@
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/guard.h"
 #include "playback/ui/companions.h"
+#include "playback/ui/play_ops.h"
+#include "playback/ui/player_panel.h"
 #include "playlists/ui/playlist_mode.h"
 #include "shell/ui/button_bar.h"
 #include "shell/ui/menus.h"
@@ -64,6 +66,7 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
         On([&] { GridMouseDown(*this, button); });
     });
     connect(MFGrid1View, &SongGridView::Click, this, [this] { On([&] { ClickGrid(*this); }); });
+    connect(MFGrid1View, &SongGridView::DblClick, this, [this] { On([&] { DoubleClickCatalogueGrid(*this); }); });
     connect(MFgrid2View, &SongGridView::Click, this, [this] { On([&] { ClickPlaylistGrid(*this); }); });
     connect(MFgrid2View, &SongGridView::DblClick, this, [this] { On([&] { DoubleClickPlaylistGrid(*this); }); });
 
@@ -76,13 +79,17 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
     Timer3 = new QTimer(this);
     Timer3->setObjectName(QStringLiteral("Timer3"));
     Timer3->setInterval(7000);
+    connect(Timer3, &QTimer::timeout, this, [this] { On([&] { Timer3Tick(*this); }); });
     Timer4 = new QTimer(this);
     Timer4->setObjectName(QStringLiteral("Timer4"));
     Timer4->setInterval(100);
+    connect(Timer4, &QTimer::timeout, this, [this] { On([&] { Timer4Tick(*this); }); });
     companions = std::make_unique<Companions>(*this);
+    AttachMediaPlayer(*this);
 }
 
 Form1::~Form1() {
+    DetachMediaPlayer(*this);
     // The views read the grids, which are members and die before the child
     // widgets would.
     delete MFGrid1View;

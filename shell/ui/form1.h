@@ -71,6 +71,9 @@ public:
 
     QTimer *Timer1, *Timer3, *Timer4;
 
+    // The internal player, its controls in Frame8 (playback/ui/player_panel).
+    std::unique_ptr<MediaPlayer> MediaPlayer1;
+
     // The random order and the nesting of the playlist loop.
     PlaylistState playlist;
 

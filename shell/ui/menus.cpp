@@ -5,6 +5,7 @@
 #include "catalogue/ui/import_ops.h"
 #include "playback/ui/form24.h"
 #include "playback/ui/lyrics_ops.h"
+#include "playback/ui/play_ops.h"
 #include "playlists/ui/playlist_mode.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/help_ops.h"
@@ -110,7 +111,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "DJMixer", "DJ - Mixer!", nullptr, nullptr},
     {MenuEntry::Entry, "Intro1", "Play &Intro('s) only", "Speel alleen &Intro's", PlayIntrosOnly},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "Halt1", "Stop Play", nullptr, nullptr},
+    {MenuEntry::Entry, "Halt1", "Stop Play", nullptr, StopPlay},
     {MenuEntry::Menu, "Print0", "&Print", "&Print", nullptr},
     {MenuEntry::Entry, "Print1", "&Print All Records", "Print &Alle regels", nullptr},
     {MenuEntry::Entry, "Print2", "Print Selected &Records", "Print &geselecteerde regels", nullptr},

@@ -290,6 +290,7 @@ void ChangeSkin(Form1& f, bool toArtistic) {
 void Timer1Tick(Form1& f) {
     Jukebox& j = f.j;
     ++j.PlayTimeCounter;
+    ++j.TickCount;  // the play engine's settle wait counts these
     ++j.Timer1Ticks;
     if (j.Timer1Ticks <= 100) return;
     j.Timer1Ticks = 0;

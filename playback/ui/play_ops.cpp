@@ -1,0 +1,358 @@
+#include "playback/ui/play_ops.h"
+
+#include "catalogue/song_grid.h"
+#include "mp3/ui/header_repair_ops.h"
+#include "mp3/ui/song_analysis.h"
+#include "playback/play_engine.h"
+#include "playback/play_log.h"
+#include "playback/ui/companions.h"
+#include "shell/ui/form1.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QTimer>
+
+#include <cmath>
+
+namespace zor {
+namespace {
+
+enum class SongOutcome { Over, TryAgain, WindowGone };
+enum class WaitOutcome { EndOfSong, PlayerFailed, WindowGone };
+
+// A skin change or the end of the program can take the window away while
+// a song waits in it; the song's work must then stop without touching it.
+bool WindowStays(const QPointer<Form1>& f) { return f && !f->Unloaded() && !f->j.platform.process.Ended(); }
+
+bool LetEventsThrough(Form1& f) {
+    QPointer<Form1> alive(&f);
+    f.j.platform.events.DoEvents();
+    return WindowStays(alive);
+}
+
+bool Artistic(const Jukebox& j) { return j.settings.ArtisticScreen == 1; }
+
+// The record label of the count line, beside the row being played.
+QString RecordLabel(const Jukebox& j) { return j.Lang(QStringLiteral("     Record:"), QStringLiteral("     Regel:")); }
+
+void HideLyricsAndPicture(Form1& f) {
+    HideCompanion(f, 3);
+    HideCompanion(f, 4);
+}
+
+bool ShowCompanionsAlive(Form1& f, SongGrid& grid) {
+    const Jukebox& j = f.j;
+    // A maximized picture covers the screen; lyrics under it would be lost.
+    if (CompanionWidthTwips(f, 4) < j.ScreenWidthPx * 15) {
+        ShowLyrics(f, grid);
+        if (!LetEventsThrough(f)) return false;
+    }
+    if (j.settings.AlternatePictures == 0 || j.settings.MaximizePicture == 0) {
+        ShowAlbumCover(f, grid);
+        if (!LetEventsThrough(f)) return false;
+        ShowAlbumBack(f, grid);
+        if (!LetEventsThrough(f)) return false;
+    }
+    ClearRandomPictureFlag(f);
+    ShowArtistPicture(f, grid);
+    return LetEventsThrough(f);
+}
+
+// The settle wait of the players the engine cannot see: a second of Timer1's
+// ticks to let the other program take the song. The clock bounds it should
+// Timer1 not run.
+bool SettleWait(Form1& f) {
+    Jukebox& j = f.j;
+    QPointer<Form1> alive(&f);
+    const QDateTime started = j.platform.clock.Now();
+    j.TickCount = 0;
+    while (j.TickCount < 10 && j.PlayStopped == 0 && started.secsTo(j.platform.clock.Now()) < 5) {
+        j.platform.events.Wait(100);
+        if (!WindowStays(alive)) return false;
+    }
+    return true;
+}
+
+void ScrollLyrics(Form1& f, int ticks, int barMax, int& scrollLines) {
+    const Jukebox& j = f.j;
+    if (j.settings.ScrollLyrics != 1 || j.settings.MaximizePicture != 0 || j.LyricsLineCount <= 10) return;
+    if (LyricsScrollTarget(ticks, barMax, j.LyricsLineCount) < scrollLines || j.ScrollHold != 0) return;
+    if (!f.isMinimized()) ShowLyricsWindow(f);
+    ScrollLyricsDown(f);
+    ++scrollLines;
+}
+
+void PulseTitle(Form1& f) {
+    QFont font = f.Text6->font();
+    const double size = font.pointSizeF();
+    f.j.TitlePulse = NextTitlePulse(size, f.j.TitlePulse);
+    font.setPointSizeF(size + f.j.TitlePulse);
+    f.Text6->setFont(font);
+}
+
+// The count-down. The seconds are counted by the clock; with the internal
+// player its position corrects the end once a second, so a pause pushes the
+// end out. Between seconds the loop sleeps until the clock's next second
+// while events run.
+WaitOutcome WaitForEnd(Form1& f, int barMax) {
+    Jukebox& j = f.j;
+    const Settings& s = j.settings;
+    MediaPlayer& player = *f.MediaPlayer1;
+    const bool internal = s.PlayerChoice == 4;
+    QPointer<Form1> alive(&f);
+    double elapsed = 0, lastElapsed = 0;
+    int ticks = 0, scrollLines = 0;
+    for (;;) {
+        if (elapsed >= j.Mp3Info.DurationSeconds || j.PlayStopped != 0) return WaitOutcome::EndOfSong;
+        elapsed = double(j.SongStartTime.secsTo(j.SongLastTick));
+        if (elapsed != lastElapsed) {
+            if (f.isMinimized()) HideLyricsAndPicture(f);
+            lastElapsed = elapsed;
+            int remaining = int(std::lround(j.Mp3Info.DurationSeconds - elapsed));
+            if (internal) {
+                if (player.PlayerErrorFlag() != 0) return WaitOutcome::PlayerFailed;
+                remaining = int(player.Duration() - player.CurrentPosition());
+                if (remaining == 0) return WaitOutcome::EndOfSong;
+                // An intro keeps its own length; the display still counts
+                // down to the end of the file.
+                if (j.IntroOnly == 0) j.Mp3Info.DurationSeconds = remaining + int(elapsed);
+            }
+            ++ticks;
+            const QString countdown = CountdownText(remaining);
+            if (s.FastPc == 1) {
+                f.ShowSongLine(j.IntroOnly == 1 ? IntroLine(j, j.SongInfoLine) : CountdownLine(j, j.SongInfoLine, remaining));
+                if (Artistic(j)) {
+                    f.Text8->setText(countdown);
+                    PulseTitle(f);
+                }
+                if (!LetEventsThrough(f)) return WaitOutcome::WindowGone;
+                int position = ticks;
+                if (internal) {
+                    position = std::max(int(std::floor(player.CurrentPosition())), 0);
+                    if (player.CurrentPosition() == player.Duration()) return WaitOutcome::EndOfSong;
+                }
+                if (position <= f.ProgressBar1->maximum()) f.ProgressBar1->setValue(position);
+                ScrollLyrics(f, ticks, barMax, scrollLines);
+            }
+            // The end may have come with this second: look again at once.
+            continue;
+        }
+        j.platform.events.Wait(MsToNextSecond(j.platform.clock.Timer()));
+        if (!WindowStays(alive)) return WaitOutcome::WindowGone;
+        j.SongLastTick = j.platform.clock.Now();
+    }
+}
+
+// The song's tidying. The player is not stopped: in the playlist the next
+// Open replaces the song.
+void EndOfSong(Form1& f) {
+    Jukebox& j = f.j;
+    j.Mp3Info.DurationSeconds = 0;
+    f.Lable1->setText(QStringLiteral("     Files:"));
+    f.ProgressBar1->setValue(0);
+    f.Text8->setText(QStringLiteral("00:00"));
+    if (Artistic(j)) f.Frame8->hide();
+    f.Picture4->show();
+    if (j.LyricsKeepOpen == 0) HideLyricsAndPicture(f);
+    HideCompanion(f, 18);
+    HideCompanion(f, 19);
+    f.Timer3->stop();
+}
+
+// The internal player could not play the song. In the catalogue the user may
+// have the lead-in removed and the song tried again; the playlist goes on.
+SongOutcome PlayerFailed(Form1& f) {
+    Jukebox& j = f.j;
+    if (j.PlaylistActive == 0) {
+        HideLyricsAndPicture(f);
+        const int answer =
+            j.platform.messages.MsgBox(PlayerProblemText(j), vbYesNo | vbExclamation | vbDefaultButton2, PlayerProblemTitle(j));
+        if (answer == vbYes) {
+            RemoveLeadIn(f, f.MFGrid1);
+            return LetEventsThrough(f) ? SongOutcome::TryAgain : SongOutcome::WindowGone;
+        }
+    }
+    EndOfSong(f);
+    return SongOutcome::Over;
+}
+
+void StartPlayer(Form1& f, SongGrid& grid) {
+    Jukebox& j = f.j;
+    const int16_t choice = j.settings.PlayerChoice;
+    grid.SetCol(6);
+    if (choice >= 1 && choice <= 3) {
+        j.CurrentSongPath.clear();
+        if (j.StartExternalPlayer) j.StartExternalPlayer(grid);
+        return;
+    }
+    const SongFileParts parts = SplitSongPath(grid.Text().trimmed());
+    if (choice == 4) {
+        f.Picture4->hide();
+        f.Frame8->show();
+        j.CurrentSongPath = parts.directory + parts.fileName;
+        f.MediaPlayer1->Open(j.CurrentSongPath);
+    } else if (choice == 0) {
+        // The desktop's program for the file type; whether it took the
+        // song is not known here, as with any outside player.
+        j.platform.desktop.Open(parts.directory + parts.fileName);
+    }
+}
+
+// One try at a song, steps 1 to 21.
+SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
+    Jukebox& j = f.j;
+    const Settings& s = j.settings;
+    const bool catalogue = &grid == &f.MFGrid1;
+    // The preparing steps move the grid's current column about.
+    grid.SetRedraw(false);
+    LogSongStart(j, grid);
+    j.PlayStopped = 0;
+    j.PictureTurn = 0;
+    f.ProgressBar1->setValue(0);
+    if (Artistic(j)) {
+        f.Text7->setText(grid.TextMatrix(grid.Row(), 1));
+        f.Text6->setText(grid.TextMatrix(grid.Row(), 2));
+        f.Text9->setText(grid.TextMatrix(grid.Row(), 3));
+    }
+    if (s.MusicCentral == 1 && j.DriveMusicCentral) j.DriveMusicCentral(grid);
+    if (s.ShowFirst == 1 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
+    f.ShowCount(RecordLabel(j), grid.Row());
+
+    grid.SetCol(6);
+    SongAnalysisRequest request;
+    request.ShowSongInfoLine = true;
+    const Mp3Analysis analysis = catalogue ? AnalyseGridSong(f, request) : AnalysePlaylistSong(f, request);
+    if (analysis.SongFileMissing) {
+        // The analyser has told the catalogue's user; the playlist moves on.
+        if (j.PlaylistActive == 0) j.PlayStopped = 1;
+        grid.SetRedraw(true);
+        return SongOutcome::Over;
+    }
+    if (j.AnnounceSong && s.SpeakingDj == 1) {
+        QPointer<Form1> alive(&f);
+        j.AnnounceSong(grid);
+        if (!WindowStays(alive)) return SongOutcome::WindowGone;
+    }
+    StartPlayer(f, grid);
+
+    const int barMax = j.Mp3Info.DurationSeconds + 1;
+    f.ProgressBar1->setRange(0, std::max(barMax, 1));
+    if (s.PlayerChoice != 4 && !SettleWait(f)) return SongOutcome::WindowGone;
+    j.SongStartTime = j.SongLastTick = j.platform.clock.Now();
+    f.ShowSongLine(s.FastPc == 1 ? j.SongInfoLine + RemainingText(j, j.Mp3Info.DurationSeconds) : j.SongInfoLine);
+    if (s.ShowFirst == 0 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
+    grid.SetCol(1);
+    grid.SetRedraw(true);
+    // Without FastPc a catalogue song plays on unattended: a slow computer
+    // is spared the count-down, and the player's stop event ends it.
+    if (j.PlaylistActive == 0 && s.FastPc == 0) return SongOutcome::Over;
+
+    j.PictureTurn = 0;
+    f.Timer3->start();
+    if (j.IntroOnly == 1) j.Mp3Info.DurationSeconds = s.IntroSeconds;
+    switch (WaitForEnd(f, barMax)) {
+        case WaitOutcome::WindowGone: return SongOutcome::WindowGone;
+        case WaitOutcome::PlayerFailed: return PlayerFailed(f);
+        case WaitOutcome::EndOfSong: break;
+    }
+    EndOfSong(f);
+    return SongOutcome::Over;
+}
+
+}  // namespace
+
+void ShowCompanions(Form1& f, SongGrid& grid) { ShowCompanionsAlive(f, grid); }
+
+void PlayGridRow(Form1& f, SongGrid& grid) {
+    // After a header repair the song gets a second try, and a second log line.
+    while (PlayOnce(f, grid) == SongOutcome::TryAgain) {
+    }
+}
+
+void PlayDatabaseRow(Form1& f) {
+    Jukebox& j = f.j;
+    // A double click during an announcement is ignored.
+    if (j.settings.SpeakingDj == 1 && j.AnnouncerSpeaking && j.AnnouncerSpeaking()) return;
+    j.ScrollHold = 0;
+    f.Text4->hide();
+    j.PlayStopped = 1;
+    j.IntroOnly = 0;
+    QPointer<Form1> alive(&f);
+    PlayGridRow(f, f.MFGrid1);
+    if (alive) f.Text4->show();
+}
+
+void DoubleClickCatalogueGrid(Form1& f) {
+    Jukebox& j = f.j;
+    if (f.MediaPlayer1->PlayState() == mpPlaying) {
+        f.MediaPlayer1->Stop();
+        j.PlayStopped = 1;
+    }
+    HideLyricsAndPicture(f);
+    // The mixer, when open, takes the row instead; it sets MixerOpen.
+    if (j.MixerOpen == 1) return;
+    PlayDatabaseRow(f);
+}
+
+void StopPlay(Form1& f) {
+    f.MediaPlayer1->Stop();
+    // The program's own short file makes the player let go of the song.
+    f.MediaPlayer1->Open(f.j.ProgramFile(QStringLiteral("ZOR3.mp3")));
+    f.j.PlayStopped = 1;
+}
+
+void Timer3Tick(Form1& f) {
+    Jukebox& j = f.j;
+    // The last seconds of a song, or a song cut short: no more turns.
+    if (j.Mp3Info.DurationSeconds < 10) return;
+    f.Timer3->setInterval(PictureIntervalMs(j.settings.PictureInterval));
+    if (j.settings.AlternatePictures != 1 || j.settings.MusicCentral == 1) return;
+    if (++j.PictureTurn >= 3) j.PictureTurn = 0;
+    SongGrid& grid = j.PlaylistActive == 0 ? f.MFGrid1 : f.MFgrid2;
+    if (j.PictureTurn == 1 || j.PictureTurn == 2) {
+        if (j.PictureTurn == 1)
+            ShowAlbumCover(f, grid);
+        else
+            ShowAlbumBack(f, grid);
+        if (j.PictureMissing != 1) return;
+    }
+    ShowArtistPicture(f, grid);
+}
+
+void Timer4Tick(Form1& f) {
+    Jukebox& j = f.j;
+    ++j.DelayTicks;
+    if (j.DelayTicks == 2) {
+        HideLyricsAndPicture(f);
+        QPointer<Form1> alive(&f);
+        PlayDatabaseRow(f);
+        if (!alive) return;
+    }
+    if (j.DelayTicks >= 20) f.Timer4->stop();
+}
+
+void PlayerStateChanged(Form1& f, int newState) {
+    Jukebox& j = f.j;
+    switch (newState) {
+        case mpStopped:
+            // The playlist counts its song down to the end regardless.
+            if (j.PlaylistActive != 0) return;
+            j.PlayStopped = 1;
+            f.ShowSongLine(j.Lang(QStringLiteral("Playing of song stopped."), QStringLiteral("Afspelen gestopt.")));
+            j.Mp3Info.DurationSeconds = 0;
+            return;
+        case mpPaused:
+            f.ShowSongLine(j.Lang(QStringLiteral("Playing of song pauzed."), QStringLiteral("Afspelen gepauzeerd")));
+            return;
+        case mpPlaying:
+            f.ShowSongLine(j.SongInfoLine);
+            return;
+        default:
+            return;
+    }
+}
+
+}  // namespace zor

@@ -1,0 +1,370 @@
+// The play engine on the real main window with the fake player and the fake
+// clock, so a song of a minute plays in an instant: the count-down, the
+// player's corrections, the failure question, the stops, the events, the
+// picture turns and a double click on top of a playing song. One test plays
+// a real MP3 through GStreamer into the fake sink.
+#include "platform/gst_player.h"
+#include "platform/system_services.h"
+#include "playback/play_engine.h"
+#include "playback/ui/play_ops.h"
+#include "tests/support/form_harness.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QProgressBar>
+#include <QStandardPaths>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace zor::testing {
+namespace {
+
+TEST(PlayEngineTexts, CountdownPathIntervalScrollAndPulse) {
+    EXPECT_EQ(CountdownText(65), QStringLiteral("1:05"));
+    EXPECT_EQ(CountdownText(600), QStringLiteral("10:00"));
+    EXPECT_EQ(CountdownText(0), QStringLiteral("0:00"));
+    EXPECT_EQ(SplitSongPath(QStringLiteral("/m/a b.mp3")).directory, QStringLiteral("/m/"));
+    EXPECT_EQ(SplitSongPath(QStringLiteral("/m/a b.mp3")).fileName, QStringLiteral("a b.mp3"));
+    EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).directory, QString());
+    EXPECT_EQ(PictureIntervalMs(0), 6000);
+    EXPECT_EQ(PictureIntervalMs(4), 2000);
+    EXPECT_DOUBLE_EQ(LyricsScrollTarget(50, 100, 20), 14);
+    EXPECT_DOUBLE_EQ(LyricsScrollTarget(5, 0, 20), 0);  // no length, no scroll, no division
+    EXPECT_EQ(NextTitlePulse(20, 1), -1);
+    EXPECT_EQ(NextTitlePulse(11, -1), 1);
+    EXPECT_EQ(NextTitlePulse(15, -1), -1);
+    EXPECT_EQ(MsToNextSecond(100.0), 1005);
+    EXPECT_EQ(MsToNextSecond(100.75), 255);
+}
+
+// 65 seconds at 96 kbit/s by the analyser's reckoning.
+QByteArray Song96() {
+    QByteArray b = QByteArray::fromHex("fffb7000");
+    b.append(65 * 12000 - b.size(), '\0');
+    return b;
+}
+
+struct PlayEngineTest : ::testing::Test {
+    FormHarness h;
+    QString song, missing;
+    QStringList lines;  // the message line at each let-through
+    std::function<void(double second)> during;  // runs at each let-through, by the song's second
+    double startTimer = 0;
+
+    void Start(std::function<void(Settings&)> edit = {}) {
+        song = h.inst.home + QStringLiteral("/Band - Tune.mp3");
+        missing = h.inst.home + QStringLiteral("/gone.mp3");
+        QFile file(song);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(Song96());
+        file.close();
+        SongFields a, b;
+        a[0] = QStringLiteral("Tune"), a[1] = QStringLiteral("Band"), a[3] = QStringLiteral("1999"), a[5] = song;
+        b[0] = QStringLiteral("Other"), b[1] = QStringLiteral("Nobody"), b[5] = missing;
+        TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), {a, b});
+        h.inst.EditSettings([&](Settings& s) {
+            s.SortAtStart = 0;
+            s.PlayerChoice = 4;
+            s.FastPc = 1;
+            s.LogActivity = 1;
+            s.ShowLyricsAtPlay = s.ShowPictureAtPlay = 0;
+            if (edit) edit(s);
+        });
+        ASSERT_TRUE(h.Start());
+        h.inst.tp.players.durations[song] = 65;
+        h.inst.tp.events.onDoEvents = [this](int) {
+            lines << f().Text1->text();
+            if (during) during(Second());
+        };
+    }
+    Form1& f() { return h.form(); }
+    Jukebox& j() { return h.j(); }
+    FakeMediaPlayer& player() { return h.inst.tp.players.Last(); }
+    double Second() const { return h.inst.tp.clock.timer - startTimer; }
+    void DoubleClick(int row) {
+        f().MFGrid1.SetRow(row);
+        startTimer = h.inst.tp.clock.timer;
+        DoubleClickCatalogueGrid(f());
+    }
+    int LogLines(const char* title) {
+        QFile log(h.inst.File(QStringLiteral("ZORjuke.log")));
+        if (!log.open(QIODevice::ReadOnly)) return 0;
+        return int(log.readAll().count(QByteArray(title).leftJustified(30, ' ')));
+    }
+    bool Shown(const QString& text) const { return lines.contains(text); }
+};
+
+TEST_F(PlayEngineTest, ASongPlaysToItsEndCountingDownAndIsLogged) {
+    Start();
+    DoubleClick(1);
+    EXPECT_NEAR(Second(), 65, 2);
+    EXPECT_EQ(LogLines("Tune"), 1);
+    EXPECT_EQ(player().calls.first(), QStringLiteral("Open ") + song);
+    const QString line = QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05");
+    EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 65 sec.")));
+    // A second into the song the player is a little past its first second.
+    EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 1:03")));
+    EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 0:09")));
+    // The end tidies up: the count line, the bar, the clock text, the timer.
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+    EXPECT_EQ(j().PlayStopped, 0);
+    h.inst.tp.clock.Advance(1);  // the player's own end stops the catalogue
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_EQ(f().Lable1->text(), QStringLiteral("     Files:"));
+    EXPECT_EQ(f().ProgressBar1->value(), 0);
+    EXPECT_EQ(f().ProgressBar1->maximum(), 66);
+    EXPECT_EQ(f().Text8->text(), QStringLiteral("00:00"));
+    EXPECT_FALSE(f().Timer3->isActive());
+    EXPECT_FALSE(f().Text4->isHidden());
+}
+
+TEST_F(PlayEngineTest, APausePushesTheEndOutAndACutShortSongEnds) {
+    Start();
+    during = [this](double s) {
+        if (s >= 10 && player().PlayState() == mpPlaying && player().calls.count(QStringLiteral("Pause")) == 0) player().Pause();
+        if (s >= 20 && player().PlayState() == mpPaused) player().Play();
+    };
+    DoubleClick(1);
+    EXPECT_NEAR(Second(), 75, 2);
+    EXPECT_TRUE(Shown(QStringLiteral("Playing of song pauzed.")));
+
+    // A small value written into DurationSeconds ends the song at the next
+    // spin; the player is left playing for whatever comes next.
+    during = [this](double s) {
+        if (s >= 10) j().Mp3Info.DurationSeconds = 1;
+    };
+    DoubleClick(1);
+    EXPECT_NEAR(Second(), 11, 1.5);
+    EXPECT_EQ(player().PlayState(), mpPlaying);
+    EXPECT_EQ(LogLines("Tune"), 2);
+}
+
+TEST_F(PlayEngineTest, AnIntroEndsAfterItsSecondsShowingItsLength) {
+    Start([](Settings& s) { s.IntroSeconds = 15; });
+    f().MFGrid1.SetRow(1);
+    startTimer = h.inst.tp.clock.timer;
+    j().IntroOnly = 1;
+    PlayGridRow(f(), f().MFGrid1);
+    EXPECT_NEAR(Second(), 15, 1.5);
+    EXPECT_TRUE(Shown(QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05 INTRO'S, 15 sec.")));
+}
+
+TEST_F(PlayEngineTest, WithoutFastPcTheCatalogueSongIsLeftToThePlayer) {
+    Start([](Settings& s) { s.FastPc = 0; });
+    DoubleClick(1);
+    EXPECT_EQ(Second(), 0);
+    EXPECT_EQ(player().PlayState(), mpPlaying);
+    EXPECT_EQ(f().ProgressBar1->value(), 0);
+    EXPECT_EQ(f().Text1->text(), j().SongInfoLine);
+    EXPECT_EQ(j().PlayStopped, 0);
+    EXPECT_FALSE(f().Timer3->isActive());
+    // The player's end is then the song's end.
+    h.inst.tp.clock.Advance(66);
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("Playing of song stopped."));
+}
+
+TEST_F(PlayEngineTest, APlayerErrorAsksWhetherToRepairAndYesTriesAgain) {
+    Start();
+    h.inst.tp.players.errors[song] = 1;
+    DoubleClick(1);
+    ASSERT_EQ(h.boxes().shown.size(), 1u);
+    const auto& box = h.boxes().shown[0];
+    EXPECT_EQ(box.title, QStringLiteral("ZOR JUKEBOX - Media-Player PROBLEM"));
+    EXPECT_EQ(box.text, QStringLiteral("The ZOR JUKEBOX cannot play this file. \n"
+                                       "Probable cause is that the MP3 file has a non-standard header.\n\n"
+                                       "Should the ZOR JUKEBOX try to correct this?  "));
+    EXPECT_EQ(box.flags, vbYesNo | vbExclamation | vbDefaultButton2);
+    EXPECT_EQ(LogLines("Tune"), 1);  // No is the default: the song ends
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+
+    h.boxes().answers = {vbYes, vbNo};
+    j().Language = QStringLiteral("0");
+    DoubleClick(1);
+    ASSERT_EQ(h.boxes().shown.size(), 3u);
+    EXPECT_EQ(h.boxes().shown[1].title, QStringLiteral("ZOR JUKEBOX - Media-Player PROBLEEM"));
+    EXPECT_EQ(LogLines("Tune"), 3);  // the second try logs again
+    EXPECT_EQ(player().calls.count(QStringLiteral("Open ") + song), 3);
+
+    // In the playlist the loop moves on without a question.
+    j().PlaylistActive = 1;
+    h.boxes().shown.clear();
+    f().MFGrid1.SetRow(1);
+    PlayGridRow(f(), f().MFGrid1);
+    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+}
+
+TEST_F(PlayEngineTest, AMissingSongIsLoggedButNeverReachesThePlayer) {
+    Start();
+    DoubleClick(2);
+    EXPECT_EQ(LogLines("Other"), 1);
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_TRUE(player().calls.filter(QStringLiteral("gone")).isEmpty());
+    EXPECT_TRUE(f().MFGrid1.Redraw());
+}
+
+TEST_F(PlayEngineTest, HaltAndEscStopTheSongAndEscWhenStoppedEndsTheProgram) {
+    Start();
+    const QString zor3 = QStringLiteral("Open ") + j().ProgramFile(QStringLiteral("ZOR3.mp3"));
+    during = [this](double s) {
+        if (s >= 5 && j().PlayStopped == 0) h.Click("Halt1");
+    };
+    DoubleClick(1);
+    EXPECT_NEAR(Second(), 6, 1.5);
+    EXPECT_EQ(player().calls.mid(player().calls.size() - 2), QStringList({QStringLiteral("Stop"), zor3}));
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+
+    during = [this](double s) {
+        if (s >= 5 && j().PlayStopped == 0) QTest::keyClick(&f(), Qt::Key_Escape);
+    };
+    DoubleClick(1);
+    EXPECT_NEAR(Second(), 6, 1.5);
+    EXPECT_EQ(player().calls.last(), zor3);
+    EXPECT_EQ(h.inst.tp.process.ends, 0);
+
+    during = nullptr;
+    QTest::keyClick(&f(), Qt::Key_Escape);
+    EXPECT_EQ(h.inst.tp.process.ends, 1);
+    EXPECT_EQ(LogLines("ZOR JUKEBOX STOP."), 1);
+}
+
+TEST_F(PlayEngineTest, PlayerEventsSayWhatHappenedInBothLanguages) {
+    Start();
+    j().SongInfoLine = QStringLiteral("> line");
+    j().Mp3Info.DurationSeconds = 40;
+    j().PlayStopped = 0;
+    j().PlaylistActive = 1;
+    PlayerStateChanged(f(), mpStopped);  // the playlist counts on
+    EXPECT_EQ(j().PlayStopped, 0);
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 40);
+    PlayerStateChanged(f(), mpPaused);
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("Playing of song pauzed."));
+    PlayerStateChanged(f(), mpPlaying);
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("> line"));
+    j().PlaylistActive = 0;
+    j().Language = QStringLiteral("0");
+    PlayerStateChanged(f(), mpPaused);
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("Afspelen gepauzeerd"));
+    PlayerStateChanged(f(), mpStopped);
+    EXPECT_EQ(f().Text1->text(), QStringLiteral("Afspelen gestopt."));
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+}
+
+TEST_F(PlayEngineTest, PicturesTurnWhileTenSecondsRemainAndStopBelow) {
+    Start([](Settings& s) {
+        s.AlternatePictures = 1;
+        s.PictureInterval = 4;
+    });
+    j().Mp3Info.DurationSeconds = 30;
+    j().PictureTurn = 0;
+    f().Timer3->setInterval(7000);
+    const int turns[] = {1, 2, 0, 1};
+    for (int t : turns) {
+        Timer3Tick(f());
+        EXPECT_EQ(j().PictureTurn, t);
+    }
+    EXPECT_EQ(f().Timer3->interval(), 2000);
+    f().Timer3->setInterval(7000);
+    j().Mp3Info.DurationSeconds = 9;
+    Timer3Tick(f());
+    EXPECT_EQ(j().PictureTurn, 1);
+    EXPECT_EQ(f().Timer3->interval(), 7000);
+}
+
+TEST_F(PlayEngineTest, ADoubleClickDuringASongPlaysOnTopAndBothEnd) {
+    Start();
+    int nested = 0;
+    during = [&](double s) {
+        if (s >= 5 && nested++ == 0) DoubleClickCatalogueGrid(f());
+    };
+    DoubleClick(1);
+    EXPECT_EQ(nested > 0, true);
+    EXPECT_EQ(LogLines("Tune"), 2);
+    EXPECT_NEAR(Second(), 5 + 65, 3);  // the second song, then the first sees it is over
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_FALSE(f().Timer3->isActive());
+}
+
+TEST_F(PlayEngineTest, TheDelayedStartPlaysAtItsSecondTickAndStopsAtTwenty) {
+    Start([](Settings& s) { s.FastPc = 0; });
+    f().MFGrid1.SetRow(1);
+    j().DelayTicks = 0;
+    f().Timer4->start();
+    Timer4Tick(f());
+    EXPECT_TRUE(player().calls.isEmpty());
+    Timer4Tick(f());
+    EXPECT_EQ(player().calls.value(0), QStringLiteral("Open ") + song);
+    for (int i = 0; i < 18; ++i) Timer4Tick(f());
+    EXPECT_FALSE(f().Timer4->isActive());
+}
+
+TEST_F(PlayEngineTest, TheDesktopProgramGetsTheSongAfterTheSettleWait) {
+    Start([](Settings& s) { s.PlayerChoice = 0; });
+    during = [this](double) { h.Tick(1); };
+    h.inst.tp.events.processRealEvents = false;
+    f().MFGrid1.SetRow(1);
+    j().IntroOnly = 0;
+    j().Mp3Info.DurationSeconds = 0;
+    DoubleClick(1);
+    EXPECT_EQ(h.inst.tp.desktop.opened, QStringList({song}));
+    EXPECT_NEAR(Second(), 1 + 65, 3);  // the settle second, then the song by the clock
+}
+
+// A real song through GStreamer into the fake sink, by the real clock.
+TEST(PlayEngineRealPlayer, ASongPlaysThroughToItsEnd) {
+    const QString sox = QStandardPaths::findExecutable(QStringLiteral("sox"));
+    const QString lame = QStandardPaths::findExecutable(QStringLiteral("lame"));
+    if (sox.isEmpty() || lame.isEmpty()) GTEST_SKIP() << "sox and lame are needed to make the song; not found";
+    TestInstallation inst;
+    const QString wav = inst.home + QStringLiteral("/tone.wav");
+    const QString mp3 = inst.home + QStringLiteral("/Tone.mp3");
+    ASSERT_EQ(QProcess::execute(sox, {QStringLiteral("-n"), QStringLiteral("-r"), QStringLiteral("44100"), QStringLiteral("-c"),
+                                      QStringLiteral("2"), wav, QStringLiteral("synth"), QStringLiteral("3"),
+                                      QStringLiteral("sine"), QStringLiteral("440")}),
+              0);
+    ASSERT_EQ(QProcess::execute(lame, {QStringLiteral("--quiet"), QStringLiteral("-b"), QStringLiteral("128"), wav, mp3}), 0);
+    SongFields s;
+    s[0] = QStringLiteral("Tone"), s[1] = QStringLiteral("Sine"), s[5] = mp3;
+    TestInstallation::AddSongs(inst.File(QStringLiteral("Mp3data1.mdb")), {s});
+    inst.EditSettings([](Settings& st) {
+        st.SortAtStart = 0;
+        st.PlayerChoice = 4;
+        st.FastPc = 1;
+        st.ShowLyricsAtPlay = st.ShowPictureAtPlay = 0;
+    });
+    SystemClock clock;
+    QtEventPump events;
+    GstPlayerFactory players(inst.tp.files);
+    TestPlatform& tp = inst.tp;
+    Platform platform{tp.messages, tp.dialog, clock, events, tp.beeper, tp.environment, tp.process, tp.files, tp.desktop, players};
+    {
+        App app(platform);
+        ASSERT_TRUE(app.Start());
+        Form1& f = *app.MainWindow();
+        f.MFGrid1.SetRow(1);
+        const double started = clock.Timer();
+        PlayDatabaseRow(f);
+        EXPECT_GE(clock.Timer() - started, 2.0);
+        EXPECT_EQ(f.MediaPlayer1->PlayerErrorFlag(), 0);
+        EXPECT_EQ(f.Lable1->text(), QStringLiteral("     Files:"));
+        // The count-down ends at the last whole second; the player's end
+        // follows and stops the catalogue.
+        for (int i = 0; i < 300 && f.MediaPlayer1->PlayState() != mpStopped; ++i) events.Wait(100);
+        EXPECT_EQ(f.MediaPlayer1->PlayState(), mpStopped);
+        EXPECT_EQ(f.Text1->text(), QStringLiteral("Playing of song stopped."));
+        EXPECT_EQ(app.j.Mp3Info.DurationSeconds, 0);
+        EXPECT_EQ(app.j.PlayStopped, 1);
+        EXPECT_TRUE(tp.messages.shown.empty());
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+}  // namespace
+}  // namespace zor::testing
