@@ -30,7 +30,6 @@ QToolButton* PlayerButton(Form1& f, const char* name, QStyle::StandardPixmap ico
     b->setObjectName(QString::fromLatin1(name));
     b->setIcon(f.style()->standardIcon(icon));
     b->setToolTip(tip);
-    b->setAutoRaise(true);
     return b;
 }
 

@@ -83,6 +83,10 @@ void LayOutForm1(Form1& f) {
     for (QLineEdit* line : {f.Text6, f.Text7, f.Text8, f.Text9}) line->hide();
     // The path selector opens over the top left of the grid.
     f.Frame3->setGeometry(8, gridTop + 24, std::min(640, gridWidth - 16), 320);
+    // The artistic skin's place of the player's frame lies under the bar,
+    // which has grown over it: there it stands right of the bar.
+    if (j.settings.PlayerChoice == 4 && j.settings.ArtisticScreen == 1)
+        f.Frame8->move(f.Frame2->geometry().right() + 8, 2 + (barHeight - f.Frame8->height()) / 2);
 }
 
 void LayOutArtisticPanels(Form1& f) {

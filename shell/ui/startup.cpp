@@ -98,6 +98,7 @@ void PlacePlayerFrame(Form1& f) {
         f.Frame8->move(TwipsToPx(left), TwipsToPx(120));
     } else {
         p.setColor(QPalette::Window, Qt::black);
+        p.setColor(QPalette::WindowText, Qt::white);  // Label6 on the black
         f.Frame8->move(TwipsToPx(1580), TwipsToPx(150));
     }
     f.Frame8->setAutoFillBackground(true);
