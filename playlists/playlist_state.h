@@ -1,8 +1,11 @@
 #pragma once
 // The playlist's own state that no other part reads: the counters of the
-// random order and the generator that draws it.
+// random order and the generator that draws it, and the playlist files'.
 #include "platform/vb.h"
 #include "playlists/random_history.h"
+#include "playlists/zpl_record.h"
+
+#include <QString>
 
 namespace zor {
 
@@ -15,6 +18,12 @@ struct PlaylistState {
     // The transport buttons' enabled states before the playlist turned them.
     bool turned = false;
     bool backEnabled = true, repeatEnabled = true, nextEnabled = true;
+    // The playlist files: the file chosen for reading, the file to be
+    // written, and the one record buffer whose reserved fields a write
+    // carries over from the last read.
+    QString PlaylistOpenName;
+    QString PlaylistSaveName;
+    ZplRecord PlaylistRecord;
 };
 
 }  // namespace zor

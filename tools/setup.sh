@@ -10,7 +10,7 @@ packages=(
   libgtest-dev googletest
   xvfb xauth x11-apps imagemagick fonts-dejavu-core
   clang libclang-rt-14-dev
-  sox lame
+  sox lame gstreamer1.0-plugins-base-apps
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly gstreamer1.0-libav
 )

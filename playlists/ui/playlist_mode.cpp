@@ -176,15 +176,9 @@ void EnterPlaylistMode(Form1& f) {
     SongGrid& list = f.MFgrid2;
     // 1
     f.playlist.random = {};
-    // 2, 3
-    LayOutSideBySide(f);
-    CopyFont(f);
-    // 4: from here on the window is in the playlist mode, also when there
-    // turns out to be nothing to play.
-    WriteHeadings(f);
-    j.PlaylistActive = 1;
-    j.PlaylistBuilding = 1;
-    list.SetVisible(true);
+    // 2 to 4: from here on the window is in the playlist mode, also when
+    // there turns out to be nothing to play.
+    ShowPlaylistGrids(f);
     // 5: the window stays split with the catalogue's bar; Command7 leaves.
     if (j.PlaylistEnd <= 1) {
         if (j.HidePictureForms) j.HidePictureForms();
@@ -228,6 +222,21 @@ void EnterPlaylistMode(Form1& f) {
     }
     // 14
     j.PlayMode = j.settings.DirectPlay;
+}
+
+void ShowPlaylistGrids(Form1& f) {
+    LayOutSideBySide(f);
+    CopyFont(f);
+    WriteHeadings(f);
+    f.j.PlaylistActive = 1;
+    f.j.PlaylistBuilding = 1;
+    f.MFgrid2.SetVisible(true);
+}
+
+void TurnControlsToPlaylist(Form1& f) {
+    SetTip(f, *f.Command8, kRepeatTip, true);
+    TurnBarToPlaylist(f);
+    SetModeTexts(f, true);
 }
 
 void LeavePlaylistMode(Form1& f) {

@@ -8,6 +8,7 @@
 #include "playback/ui/companions.h"
 #include "playback/ui/play_ops.h"
 #include "playback/ui/player_panel.h"
+#include "playlists/ui/playlist_files.h"
 #include "playlists/ui/playlist_mode.h"
 #include "shell/ui/button_bar.h"
 #include "shell/ui/menus.h"
@@ -120,8 +121,8 @@ void Form1::BuildButtonBar() {
         void (*inPlaylist)(Form1&) = nullptr;
     };
     const Button buttons[] = {
-        {&Command3, "Command3", OpenDatabaseDialog},
-        {&Command4, "Command4", SaveDatabaseAs},
+        {&Command3, "Command3", OpenDatabaseDialog, OpenPlaylistFile},
+        {&Command4, "Command4", SaveDatabaseAs, SavePlaylistAs},
         {&Command1, "Command1", AddSongsNoClear, PlaylistBack},
         {&Command8, "Command8", nullptr, PlaylistRepeat},
         {&Command9, "Command9", nullptr, PlaylistNext},

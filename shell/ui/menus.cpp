@@ -6,6 +6,7 @@
 #include "playback/ui/form24.h"
 #include "playback/ui/lyrics_ops.h"
 #include "playback/ui/play_ops.h"
+#include "playlists/ui/playlist_files.h"
 #include "playlists/ui/playlist_mode.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/help_ops.h"
@@ -30,10 +31,10 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "Save1", "&Save Database", "&Bewaar Database", SaveDatabase},
     {MenuEntry::Entry, "Save2", "Save Database &As", "Be&waar Database Als", SaveDatabaseAs},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "Open2", "Open &Playlist", "Open &Playlist", nullptr},
-    {MenuEntry::Entry, "Save3", "Save P&laylist", "Bewaar P&laylist", nullptr},
-    {MenuEntry::Entry, "Save4", "Save Pla&ylist As", "Bewaar Pla&ylist Als", nullptr},
-    {MenuEntry::Entry, "Save5", "Save Playlist in M3U format", nullptr, nullptr},
+    {MenuEntry::Entry, "Open2", "Open &Playlist", "Open &Playlist", OpenPlaylistAndPlay},
+    {MenuEntry::Entry, "Save3", "Save P&laylist", "Bewaar P&laylist", SaveDefaultPlaylist},
+    {MenuEntry::Entry, "Save4", "Save Pla&ylist As", "Bewaar Pla&ylist Als", SavePlaylistAs},
+    {MenuEntry::Entry, "Save5", "Save Playlist in M3U format", nullptr, SavePlaylistM3u},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Slog1", "Show &LOG file", "Toon &LOG bestand", ShowLogFile},
     {MenuEntry::Entry, "SStat1", "Show Statistics", nullptr, nullptr},
