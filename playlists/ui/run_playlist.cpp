@@ -1,11 +1,96 @@
-// The loop that plays MFgrid2.
+// The loop that plays MFgrid2. It runs inside the click that started it;
+// the engine's wait lets events through, so every other click runs nested
+// in it and steers it only through PlayStopped, SkipCommand, DurationSeconds
+// and PlaylistPosition. A click that starts the list again runs a second
+// loop on top of this one; when that ends, this one finds PlayStopped set
+// and ends too.
+#include "playback/ui/play_ops.h"
+#include "platform/vb.h"
+#include "playlists/random_history.h"
 #include "playlists/ui/playlist_mode.h"
 #include "shell/ui/form1.h"
 
-namespace zor {
+#include <QPointer>
 
-// The loop plays through the play engine, which is not in this build yet:
-// the list is made and shown, and nothing plays.
-void RunPlaylist(Form1& f) { f.j.PlayStopped = 1; }
+namespace zor {
+namespace {
+
+// The song after the last is the first again, with a beep between.
+void StepForward(Jukebox& j, bool letEventsThrough) {
+    if (j.PlaylistPosition >= j.PlaylistEnd - 1) {
+        j.platform.beeper.Beep();
+        if (letEventsThrough) j.platform.events.DoEvents();
+        j.PlaylistPosition = 1;
+    } else {
+        ++j.PlaylistPosition;
+    }
+}
+
+// What the end of a song does, as SkipCommand says.
+void Steer(Form1& f, RandomHistory& history) {
+    Jukebox& j = f.j;
+    switch (j.SkipCommand) {
+        case 0:
+            StepForward(j, true);
+            j.SkipCommand = 0;
+            break;
+        case 1:
+            if (j.PlaylistPosition < 2)
+                j.platform.beeper.Beep();
+            else
+                --j.PlaylistPosition;
+            j.SkipCommand = 0;
+            break;
+        case 2:
+            j.SkipCommand = 0;
+            break;
+        case 3:
+            StepForward(j, false);
+            j.SkipCommand = 0;
+            break;
+        case 4: {
+            // Random order stays on from song to song until a transport
+            // button sets another command; one song has no other to go to.
+            if (j.PlaylistEnd < 3) break;
+            const int32_t end = j.PlaylistEnd;
+            vb::Random& generator = f.playlist.generator;
+            Clock& clock = j.platform.clock;
+            j.PlaylistPosition = PickRandomRow(history, f.playlist.random, end, [&] {
+                generator.Randomize(float(clock.Timer()));
+                return int32_t(vb::Int(double(generator.Rnd()) * (end - 1) + 1));
+            });
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+void RunPlaylist(Form1& f) {
+    Jukebox& j = f.j;
+    SongGrid& list = f.MFgrid2;
+    // The history is this run's own; the count of drawn rows lives on.
+    RandomHistory history;
+    // A skin change or the end of the program can take the window away
+    // while a song plays.
+    QPointer<Form1> alive(&f);
+    while (j.PlaylistPosition < j.PlaylistEnd && j.PlayStopped == 0) {
+        // 1
+        if (j.PlaylistPosition > 2) {
+            list.SetTopRow(j.PlaylistPosition - 1);
+            j.ScrollHold = 0;
+        }
+        // 2, 3
+        f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistPosition);
+        list.SetRow(j.PlaylistPosition);
+        // 4: returns when the song is over, cut short or skipped for a fault.
+        PlayGridRow(f, list);
+        if (!alive) return;
+        // 5
+        Steer(f, history);
+    }
+}
 
 }  // namespace zor

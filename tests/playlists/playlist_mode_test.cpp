@@ -18,7 +18,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QSet>
+
 #include <deque>
+#include <map>
 
 namespace zor::testing {
 namespace {
@@ -129,6 +133,9 @@ struct PlaylistModeTest : ::testing::Test {
         });
         ASSERT_TRUE(h.Start());
         j().Language = language;
+        // The songs are not on disk: a list that starts passes over them
+        // and lets events through at its end, where this stops it.
+        h.inst.tp.events.onDoEvents = [this](int) { j().PlayStopped = 1; };
     }
     void Mark(std::initializer_list<int> rows) {
         for (int r : rows) {
@@ -236,6 +243,8 @@ TEST_F(PlaylistModeTest, ArtistSelectionMarksEverySongOfTheArtistAndInThePlaylis
     EXPECT_EQ(Titles(f().MFgrid2), QStringLiteral("Song 03,Song 06,Song 09"));
     EXPECT_EQ(j().PlaylistEnd, 4);
     EXPECT_EQ(j().PlayMode, j().settings.DirectPlay);
+    // It started at once, whatever DirectPlay says, and went round once.
+    EXPECT_EQ(h.inst.tp.beeper.beeps, 1);
 
     // In the playlist the same button and the menus only turn on random.
     j().Mp3Info.DurationSeconds = 200;
@@ -255,6 +264,158 @@ TEST_F(PlaylistModeTest, YearSelectionOnAGridSortedByYearMarksTheGroupAroundTheR
     f().MFGrid1.SetRow(2);
     h.Click("SelYear");
     EXPECT_EQ(Titles(f().MFgrid2), QStringLiteral("Song 01,Song 02,Song 03,Song 04"));
+}
+
+}  // namespace
+}  // namespace zor::testing
+
+// ---- The loop ------------------------------------------------------------------
+
+namespace zor::testing {
+namespace {
+
+// A song of 96 kbit/s, stereo, lasting 65 seconds.
+QByteArray Song65() {
+    QByteArray b = QByteArray::fromHex("fffb7000");
+    b.append(65 * 12000 - b.size(), '\0');
+    return b;
+}
+
+struct RunPlaylistTest : PlaylistModeTest {
+    QStringList paths;
+    QStringList played;  // the songs the player opened, in order
+    std::map<int, std::function<void()>> onSong;  // runs when song n (from 1) has started
+
+    // n songs on disk, all marked in the catalogue's order, the list shown.
+    void MakeList(int n) {
+        std::vector<SongFields> songs;
+        for (int i = 1; i <= n; ++i) {
+            const QString path = h.inst.home + QStringLiteral("/song%1.mp3").arg(i);
+            QFile file(path);
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(Song65());
+            paths << path;
+            SongFields s = Song(i, QStringLiteral("Band"));
+            s[5] = path;
+            songs.push_back(s);
+        }
+        TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), songs);
+        h.inst.EditSettings([](Settings& s) {
+            s.SortAtStart = 1;
+            s.DirectPlay = 2;
+            s.PlayerChoice = 4;  // the internal player
+        });
+        ASSERT_TRUE(h.Start());
+        for (int r = 1; r <= n; ++r) {
+            f().MFGrid1.SetRow(r);
+            ClickGridForMark();
+        }
+        h.Click("Playlist2");
+        h.inst.tp.events.onDoEvents = [this](int) { Watch(); };
+    }
+    // Follows the player's opens; the scratch file that frees a song is not
+    // a song.
+    void Watch() {
+        QStringList opened;
+        for (FakeMediaPlayer* p : h.inst.tp.players.made)
+            for (const QString& call : p->calls)
+                if (call.startsWith(QStringLiteral("Open ")) && !call.endsWith(QStringLiteral("ZOR3.mp3")))
+                    opened << call.mid(5);
+        while (played.size() < opened.size()) {
+            played << opened[played.size()];
+            auto action = onSong.find(int(played.size()));
+            if (action != onSong.end()) action->second();
+        }
+    }
+    QList<int> PlayedRows() {
+        QList<int> rows;
+        for (const QString& p : played) rows << int(paths.indexOf(p)) + 1;
+        return rows;
+    }
+    void StopAt(int song) { onSong[song] = [this] { h.Click("Halt1"); }; }
+};
+
+TEST_F(RunPlaylistTest, TheListPlaysInOrderAndAfterTheLastStartsAgainWithABeep) {
+    MakeList(3);
+    StopAt(5);
+    h.Click("Command9");  // NEXT starts a list that stood still
+    EXPECT_EQ(PlayedRows(), (QList<int>{1, 2, 3, 1, 2}));
+    EXPECT_EQ(h.inst.tp.beeper.beeps, 1);
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_EQ(f().Text2->text(), QStringLiteral("2"));
+}
+
+TEST_F(RunPlaylistTest, TheTransportButtonsSteerTheSongAfterTheOneThatPlays) {
+    MakeList(3);
+    onSong[1] = [this] { h.Click("Command9"); };  // NEXT
+    onSong[2] = [this] { h.Click("Command1"); };  // BACK
+    onSong[3] = [this] { h.Click("Command8"); };  // REPEAT
+    onSong[4] = [this] { h.Click("Command1"); };  // BACK at row 1: a beep
+    StopAt(6);
+    j().PlaylistPosition = 1;
+    j().PlayStopped = 0;
+    f().Run(RunPlaylist);
+    EXPECT_EQ(PlayedRows(), (QList<int>{1, 2, 1, 1, 1, 2}));
+    EXPECT_EQ(h.inst.tp.beeper.beeps, 1);
+}
+
+TEST_F(RunPlaylistTest, RandomOrderDrawsEveryRowOnceBeforeAnyComesAgainAndStaysOn) {
+    MakeList(3);
+    onSong[1] = [this] { h.Click("SelArt1"); };
+    StopAt(4);
+    h.Click("Command9");
+    ASSERT_EQ(played.size(), 4);
+    const QList<int> rows = PlayedRows();
+    // The three picks after the first song are the three rows, each once.
+    EXPECT_EQ(QSet<int>(rows.begin() + 1, rows.end()), (QSet<int>{1, 2, 3}));
+    EXPECT_EQ(j().SkipCommand, 4);
+}
+
+TEST_F(RunPlaylistTest, AClickOnARowCutsTheSongAndPlaysThatRowNext) {
+    MakeList(5);
+    onSong[1] = [this] {
+        f().MFgrid2.SetRow(4);
+        ClickPlaylistGrid(f());
+    };
+    StopAt(2);
+    h.Click("Command9");
+    EXPECT_EQ(PlayedRows(), (QList<int>{1, 4}));
+}
+
+TEST_F(RunPlaylistTest, ADoubleClickOnRowFivePlaysRowOne) {
+    MakeList(5);
+    StopAt(1);
+    f().MFgrid2.SetRow(5);
+    emit f().MFgrid2View->DblClick();
+    EXPECT_EQ(PlayedRows(), (QList<int>{1}));
+}
+
+TEST_F(RunPlaylistTest, ALoopStartedInsideAnotherEndsItWhenStopped) {
+    MakeList(3);
+    // A double click while song 2 plays starts a second loop from row 1.
+    onSong[2] = [this] { emit f().MFgrid2View->DblClick(); };
+    StopAt(4);
+    h.Click("Command9");
+    EXPECT_EQ(PlayedRows(), (QList<int>{1, 2, 1, 2}));
+    EXPECT_EQ(j().PlayStopped, 1);
+}
+
+TEST_F(RunPlaylistTest, TheRandomPickAfterTheThousandAndFirstEndsInARunTimeErrorBox) {
+    MakeList(1);
+    // A list of 1,100 rows whose songs are not on disk: each is passed over
+    // at once and the next drawn.
+    SongGrid& list = f().MFgrid2;
+    list.SetRows(1101);
+    for (int r = 1; r <= 1100; ++r) list.SetTextMatrix(r, 6, QStringLiteral("/nowhere/%1.mp3").arg(r));
+    j().PlaylistEnd = 1101;
+    j().SkipCommand = 4;
+    j().PlaylistPosition = 1;
+    j().PlayStopped = 0;
+    h.boxes().shown.clear();
+    f().Run(RunPlaylist);
+    ASSERT_FALSE(h.boxes().shown.empty());
+    EXPECT_EQ(h.boxes().shown.back().text, QStringLiteral("Run-time error '9':\n\nSubscript out of range"));
+    EXPECT_EQ(j().SkipCommand, 4);
 }
 
 }  // namespace
