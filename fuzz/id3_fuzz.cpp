@@ -2,6 +2,7 @@
 // and written through the file as the tag tools do. Nothing may crash or read
 // past the file; a record read must write back as itself, a write must land
 // where its caller asked and leave the bytes before it alone.
+#include "fuzz/fuzz_support.h"
 #include "mp3/id3_tag.h"
 #include "platform/file_system.h"
 
@@ -14,18 +15,10 @@
 
 namespace {
 
+using zor::fuzzing::ReadAll;
+using zor::fuzzing::Require;
+
 using namespace zor;
-
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "id3_fuzz: %s\n", what);
-    std::abort();
-}
-
-QByteArray ReadAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 // the file layer. Nothing may crash or read past the file; a page is always
 // 23 records, the file's own bytes where it has them, and its text never
 // holds a zero or a carriage return.
+#include "fuzz/fuzz_support.h"
 #include "platform/file_system.h"
 #include "playback/log_view.h"
 #include "playback/play_log.h"
@@ -16,13 +17,9 @@
 
 namespace {
 
-using namespace zor;
+using zor::fuzzing::Require;
 
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "log_fuzz: %s\n", what);
-    std::abort();
-}
+using namespace zor;
 
 }  // namespace
 

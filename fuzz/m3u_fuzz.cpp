@@ -3,6 +3,7 @@
 // error 5 of a name it cannot split. The line reader, which passes over
 // long runs without line breaks, must take the same lines as the plain
 // walk that moves one turn at a time.
+#include "fuzz/fuzz_support.h"
 #include "catalogue/song_grid.h"
 #include "platform/runtime_error.h"
 #include "playlists/m3u_file.h"
@@ -16,11 +17,7 @@
 
 namespace {
 
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "m3u_fuzz: %s\n", what);
-    std::abort();
-}
+using zor::fuzzing::Require;
 
 QStringList PlainWalk(QByteArrayView file) {
     QStringList lines;

@@ -3,6 +3,7 @@
 // may crash or read past the file, and the record must say what the 3000-byte
 // rule says: a header only where a byte above 200 stands early enough, and
 // the earlier song's encoding and time kept where there is none.
+#include "fuzz/fuzz_support.h"
 #include "mp3/mp3_frame.h"
 #include "platform/file_system.h"
 
@@ -15,13 +16,9 @@
 
 namespace {
 
-using namespace zor;
+using zor::fuzzing::Require;
 
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "mp3_fuzz: %s\n", what);
-    std::abort();
-}
+using namespace zor;
 
 // Whether one of the first 2998 bytes is above 200: where the scan finds a header.
 bool HasHeaderByte(const uint8_t* data, size_t size) {

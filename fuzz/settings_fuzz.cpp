@@ -2,6 +2,7 @@
 // read from memory and through the file as start-up reads it, then saved
 // back. Nothing may crash, and what a read delivers must write back as the
 // bytes it came from.
+#include "fuzz/fuzz_support.h"
 #include "platform/file_system.h"
 #include "platform/services.h"
 #include "shell/jukebox.h"
@@ -16,6 +17,9 @@
 #include <cstdlib>
 
 namespace {
+
+using zor::fuzzing::ReadAll;
+using zor::fuzzing::Require;
 
 using namespace zor;
 
@@ -56,17 +60,6 @@ struct NoDesktop : Desktop {
 struct NoPlayers : MediaPlayerFactory {
     std::unique_ptr<MediaPlayer> MakePlayer() override { return nullptr; }
 };
-
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "settings_fuzz: %s\n", what);
-    std::abort();
-}
-
-QByteArray ReadAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 // (Val, IsNumeric, NumericValue, the rounding conversions) must never crash
 // or hang and must agree with each other, and the grid's sort built on them
 // must order the lines of the input as its rules say.
+#include "fuzz/fuzz_support.h"
 #include "catalogue/song_grid.h"
 #include "platform/cp1252.h"
 #include "platform/runtime_error.h"
@@ -17,13 +18,9 @@
 
 namespace {
 
-using namespace zor;
+using zor::fuzzing::Require;
 
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "vb_fuzz: %s\n", what);
-    std::abort();
-}
+using namespace zor;
 
 bool Same(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 

@@ -2,6 +2,7 @@
 // the open does, and from the row back into the record buffer as the save
 // does. Nothing may crash, and each record must write back as the bytes it
 // came from, its reserved fields carried by the buffer.
+#include "fuzz/fuzz_support.h"
 #include "catalogue/grid_row.h"
 #include "playlists/zpl_record.h"
 
@@ -11,15 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace {
-
-void Require(bool ok, const char* what) {
-    if (ok) return;
-    std::fprintf(stderr, "zpl_fuzz: %s\n", what);
-    std::abort();
-}
-
-}  // namespace
+using zor::fuzzing::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace zor;
