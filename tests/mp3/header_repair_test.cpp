@@ -1,31 +1,28 @@
 // Header repair: the scan for the first frame start from position 2000 on,
-// the 30000-byte copy, and RemoveLeadIn from the main window, on MP3 files
-// that lame makes at test time with junk put in front of them.
+// the 30000-byte copy, the whole repair of an MP3 file that lame makes at
+// test time with junk put in front of it, and RemoveLeadIn from the main
+// window.
 #include "mp3/header_repair.h"
 #include "mp3/mp3_frame.h"
 #include "mp3/ui/header_repair_ops.h"
 #include "platform/binary_file.h"
 #include "platform/runtime_error.h"
+#include "tests/support/audio_tools.h"
 #include "tests/support/form_harness.h"
 
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <tuple>
-#include <utility>
 
 namespace zor::testing {
 namespace {
 
 QByteArray ReadAll(const QString& path) {
     QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
 }
 
 void WriteAll(const QString& path, const QByteArray& bytes) {
@@ -37,7 +34,7 @@ void WriteAll(const QString& path, const QByteArray& bytes) {
 // `n` bytes that hold no frame start; `at` positions (1-based) get one.
 QByteArray Junk(qint64 n, std::initializer_list<qint64> frameStartsAt = {}) {
     QByteArray b(n, '\0');
-    // 255 and a byte below 224 by turns; it ends on the low one when n is even.
+    // 255 and a byte below 224 by turns.
     for (qint64 i = 0; i < n; ++i) b[i] = char(i % 2 ? 0xD0 + i % 16 : 0xFF);
     for (qint64 p : frameStartsAt) {
         if (p >= 2) b[p - 2] = '\0';
@@ -47,25 +44,20 @@ QByteArray Junk(qint64 n, std::initializer_list<qint64> frameStartsAt = {}) {
     return b;
 }
 
-// Five seconds of silence at 128 kb/s with a tag at the end, from lame.
+// Five seconds of a mono tone at 128 kb/s with a tag at the end, from lame.
 QByteArray EncodedSong(const QString& dir) {
-    const QString lame = QStandardPaths::findExecutable(QStringLiteral("lame"));
-    if (lame.isEmpty()) return {};
-    const QByteArray pcm(44100 * 5 * 2, '\0');
-    const QString raw = dir + QStringLiteral("/tone.raw"), mp3 = dir + QStringLiteral("/tone.mp3");
-    WriteAll(raw, pcm);
-    QProcess p;
-    p.start(lame, {"--quiet", "-r", "-s", "44.1", "--bitwidth", "16", "-m", "m", "-b", "128", "--id3v1-only",
-                   "--tt", "Waterloo", "--ta", "ABBA", raw, mp3});
-    if (!p.waitForFinished(60000) || p.exitCode() != 0) return {};
+    const QString mp3 = dir + QStringLiteral("/tone.mp3");
+    const AudioTools tools;
+    if (!tools.Usable() ||
+        !tools.Mp3(mp3, 5, {"-m", "m", "-b", "128", "--id3v1-only", "--tt", "Waterloo", "--ta", "ABBA"}, 44100, 1))
+        return {};
     return ReadAll(mp3);
 }
 
 TEST(RepairScan, OnlyAFrameStartFrom2000OnEndsTheLeadInElse3000) {
     int events = 0;
-    const auto count = [&events] { ++events; };
     // Frame starts before 2000 are passed over, each letting events through.
-    EXPECT_EQ(RepairStart(Junk(5000, {1, 100, 1999, 2500, 2800}), count), 2500);
+    EXPECT_EQ(RepairStart(Junk(5000, {1, 100, 1999, 2500, 2800}), [&events] { ++events; }), 2500);
     EXPECT_EQ(events, 4);
     EXPECT_EQ(RepairStart(Junk(5000, {2000}), nullptr), 2000);
     // None from 2000 to 2999: the scan stops at 3000, frame start or not.
@@ -77,81 +69,67 @@ TEST(RepairScan, OnlyAFrameStartFrom2000OnEndsTheLeadInElse3000) {
     EXPECT_FALSE(IsRepairFrameStart("\xFF", 1));
 }
 
-struct RepairCopyTest : ::testing::Test {
+TEST(RepairCopy, BlocksOf30000ThenTheRestExceptALastByteAtTheBlocksEnd) {
     QTemporaryDir dir;
     FileSystem fs;
-    QString in() const { return dir.filePath(QStringLiteral("in.mp3")); }
-    QString out() const { return dir.filePath(QStringLiteral("out.mp3")); }
-    // An `length`-byte file; the copy of it from `from`, and the file's bytes
-    // from there.
-    std::pair<QByteArray, QByteArray> Copy(qint64 length, qint64 from) {
-        QByteArray bytes(length, '\0');
-        for (qint64 i = 0; i < length; ++i) bytes[i] = char(i * 7 + i / 251);
-        WriteAll(in(), bytes);
-        QFile::remove(out());
+    const QString in = dir.filePath(QStringLiteral("in.mp3")), out = dir.filePath(QStringLiteral("out.mp3"));
+    const struct {
+        qint64 length, from, dropped;
+    } cases[] = {
+        {100000, 2000, 0},  // three blocks and 8001 bytes
+        {61999, 2000, 0},   // a block, then exactly a block's worth
+        {20000, 3000, 0},   // shorter than a block: the rest alone
+        {32000, 2000, 1},   // a last block one byte short of the end leaves that byte
+        {2500, 3000, 0},    // no longer than the lead-in: nothing
+        {3000, 3000, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.length);
+        QByteArray bytes(c.length, '\0');
+        for (qint64 i = 0; i < c.length; ++i) bytes[i] = char(i * 7 + i / 251);
+        WriteAll(in, bytes);
+        QFile::remove(out);
         {
-            BinaryFile a(fs, in()), b(fs, out());
-            CopyFromPosition(a, length, from, b);
+            BinaryFile a(fs, in), b(fs, out);
+            CopyFromPosition(a, c.length, c.from, b);
         }
-        return {ReadAll(out()), bytes.mid(from - 1)};
+        const QByteArray rest = bytes.mid(c.from - 1);
+        EXPECT_EQ(ReadAll(out), rest.left(rest.size() - c.dropped));
     }
-};
-
-TEST_F(RepairCopyTest, BlocksOf30000ThenTheRestExceptALastByteAtTheBlocksEnd) {
-    auto [copy, rest] = Copy(100000, 2000);  // three blocks and 8001 bytes
-    EXPECT_EQ(copy, rest);
-    std::tie(copy, rest) = Copy(61999, 2000);  // a block, then exactly a block's worth
-    EXPECT_EQ(copy, rest);
-    std::tie(copy, rest) = Copy(20000, 3000);  // shorter than a block: the rest alone
-    EXPECT_EQ(copy, rest);
-    // A last block that ends one byte short of the end leaves that byte.
-    std::tie(copy, rest) = Copy(32000, 2000);
-    EXPECT_EQ(copy, rest.chopped(1));
-    // A file no longer than the lead-in gives nothing.
-    EXPECT_TRUE(Copy(2500, 3000).first.isEmpty());
-    EXPECT_TRUE(Copy(3000, 3000).first.isEmpty());
 }
 
-struct EncodedRepairTest : ::testing::Test {
+TEST(EncodedRepair, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHarmsNothing) {
     QTemporaryDir dir;
     TestPlatform tp;
-    QByteArray clean;
-    QString song() const { return dir.filePath(QStringLiteral("song.mp3")); }
-    QString scratch() const { return dir.filePath(QStringLiteral("ZOR1.mp3")); }
-    void SetUp() override {
-        clean = EncodedSong(dir.path());
-        if (clean.isEmpty()) GTEST_SKIP() << "lame is needed to make the MP3 files; not found";
-        ASSERT_EQ(static_cast<unsigned char>(clean[0]), 0xFF);
-    }
-};
-
-TEST_F(EncodedRepairTest, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHarmsNothing) {
+    const QByteArray clean = EncodedSong(dir.path());
+    if (clean.isEmpty()) GTEST_SKIP() << "sox and lame are needed to make the MP3 files; not found";
+    const QString song = dir.filePath(QStringLiteral("song.mp3")), scratch = dir.filePath(QStringLiteral("ZOR1.mp3"));
     // Junk with a decoy frame start and bytes above 200, which the analyser
     // takes for the header.
     const QByteArray junked = Junk(2400, {700}) + clean;
-    WriteAll(song(), junked);
+    WriteAll(song, junked);
     Mp3FrameInfo info;
-    ASSERT_EQ(ScanMp3File(tp.files, song(), info, true).outcome, Mp3Outcome::Analysed);
+    ASSERT_EQ(ScanMp3File(tp.files, song, info, true).outcome, Mp3Outcome::Analysed);
     EXPECT_NE(info.SampleRateText, QStringLiteral("44100"));
 
-    CopyPastLeadIn(tp.files, tp.events, song(), scratch());
-    EXPECT_EQ(ReadAll(scratch()), clean);
-    EXPECT_EQ(ReadAll(song()), junked);
-    EXPECT_FALSE(tp.files.IsHeldOpen(song()));
+    CopyPastLeadIn(tp.files, tp.events, song, scratch);
+    EXPECT_EQ(ReadAll(scratch), clean);
+    EXPECT_EQ(ReadAll(song), junked);
+    EXPECT_FALSE(tp.files.IsHeldOpen(song));
 
     // A copy that fails, injected or on the disk itself, leaves the song whole.
     tp.files.FailNext(QStringLiteral("FileCopy"), 61);
-    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
+    EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("song.mp3.zorcopy")));
-    EXPECT_THROW(ReplaceFromScratch(tp.files, song(), scratch()), RuntimeError);
-    EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
+    EXPECT_EQ(ReadAll(song), junked);
 
     ASSERT_TRUE(QDir(dir.filePath(QStringLiteral("song.mp3.zorcopy"))).removeRecursively());
-    ReplaceFromScratch(tp.files, song(), scratch());
-    EXPECT_EQ(ReadAll(song()), clean);
-    EXPECT_FALSE(QFile::exists(scratch()));
-    EXPECT_TRUE(ReadAll(song()).right(128).startsWith("TAGWaterloo"));
-    ASSERT_EQ(ScanMp3File(tp.files, song(), info, true).outcome, Mp3Outcome::Analysed);
+    ReplaceFromScratch(tp.files, song, scratch);
+    EXPECT_EQ(ReadAll(song), clean);
+    EXPECT_FALSE(QFile::exists(scratch));
+    EXPECT_TRUE(ReadAll(song).right(128).startsWith("TAGWaterloo"));
+    ASSERT_EQ(ScanMp3File(tp.files, song, info, true).outcome, Mp3Outcome::Analysed);
     EXPECT_EQ(info.BitRateText, QStringLiteral("128"));
     EXPECT_EQ(info.SampleRateText, QStringLiteral("44100"));
 }
@@ -159,34 +137,34 @@ TEST_F(EncodedRepairTest, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedC
 struct RemoveLeadInTest : ::testing::Test {
     FormHarness h;
     QTemporaryDir music;
-    QByteArray clean, junked;
+    // The song behind the lead-in starts with a frame; the rest is filler.
+    const QByteArray clean = QByteArray("\xFF\xFB\x90").leftJustified(40000, 'a');
+    const QByteArray junked = Junk(2600, {1}) + clean;
     QString song() const { return music.filePath(QStringLiteral("song.mp3")); }
     QString scratch() { return h.inst.File(QStringLiteral("ZOR1.mp3")); }
     QString catalogue() { return h.inst.File(QStringLiteral("Mp3data1.mdb")); }
     QString message() { return h.form().Text1->text(); }
     void SetUp() override {
-        clean = EncodedSong(music.path());
-        if (clean.isEmpty()) GTEST_SKIP() << "lame is needed to make the MP3 files; not found";
-        junked = Junk(2600, {1}) + clean;
         WriteAll(song(), junked);
         SongFields s;
         s[0] = QStringLiteral("Waterloo");
-        s[1] = QStringLiteral("ABBA");
         s[5] = song();
         TestInstallation::AddSongs(catalogue(), {s});
         ASSERT_TRUE(h.Start());
         h.form().MFGrid1.SetRow(1);
         h.form().MFGrid1.SetCol(1);
-        ASSERT_EQ(h.form().MFGrid1.TextMatrix(1, 6), song());
     }
-    void Repair() { RemoveLeadIn(h.form(), h.form().MFGrid1); }
+    void Repair(const QString& path) {
+        h.form().MFGrid1.SetTextMatrix(1, 6, path);
+        RemoveLeadIn(h.form(), h.form().MFGrid1);
+    }
 };
 
 TEST_F(RemoveLeadInTest, TheCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
     const QByteArray catalogueBytes = ReadAll(catalogue());
     ASSERT_EQ(h.j().DatabaseFile, catalogue());
     WriteAll(scratch(), "left from before");
-    Repair();
+    Repair(song());
     EXPECT_EQ(h.form().MFGrid1.Col(), 6);
     EXPECT_EQ(ReadAll(song()), junked);
     EXPECT_EQ(ReadAll(catalogue()), catalogueBytes);
@@ -201,7 +179,7 @@ TEST_F(RemoveLeadInTest, TheCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
     const QByteArray otherBytes = ReadAll(other);
     h.j().DatabaseFile = other;
     h.j().Language = QStringLiteral("0");
-    Repair();
+    Repair(song());
     EXPECT_EQ(ReadAll(other), otherBytes);
     EXPECT_EQ(ReadAll(song()), junked);
     EXPECT_EQ(message(), QStringLiteral("Non-standaard MP3 header wordt verwijderd van: ") + song() +
@@ -212,15 +190,13 @@ TEST_F(RemoveLeadInTest, NothingHappensToASongThatIsMissingOrCannotBeCopied) {
     const QString before = message();
     // A missing song: the scratch from before goes, nothing is said.
     WriteAll(scratch(), "left from before");
-    h.form().MFGrid1.SetTextMatrix(1, 6, music.filePath(QStringLiteral("gone.mp3")));
-    Repair();
+    Repair(music.filePath(QStringLiteral("gone.mp3")));
     EXPECT_FALSE(QFile::exists(scratch()));
     EXPECT_EQ(message(), before);
 
     // A scratch that can't be written: the song stays, the box says nothing.
-    h.form().MFGrid1.SetTextMatrix(1, 6, song());
     ASSERT_TRUE(QDir(h.inst.programDir).mkdir(QStringLiteral("ZOR1.mp3")));
-    Repair();
+    Repair(song());
     EXPECT_EQ(ReadAll(song()), junked);
     EXPECT_TRUE(message().endsWith(QStringLiteral(" ; Please wait...")));
     EXPECT_TRUE(h.boxes().shown.empty());
@@ -229,8 +205,7 @@ TEST_F(RemoveLeadInTest, NothingHappensToASongThatIsMissingOrCannotBeCopied) {
     // A song kept under the scratch's own name is left alone.
     ASSERT_TRUE(QDir(scratch()).removeRecursively());
     WriteAll(scratch(), junked);
-    h.form().MFGrid1.SetTextMatrix(1, 6, scratch());
-    Repair();
+    Repair(scratch());
     EXPECT_EQ(ReadAll(scratch()), junked);
 }
 

@@ -1,6 +1,6 @@
-// The frame analyser on hand-made files: every row of the bit-rate table and
-// of the text tables, the 3000-byte scan and its edges, the rounding ties,
-// the overflow of long songs, and how each of the four callers is answered.
+// The frame analyser on hand-made files: the bit-rate table and the text
+// tables, the 3000-byte scan and its edges, the rounding ties, the overflow
+// of long songs, and how each of the four callers is answered.
 #include "mp3/mp3_frame.h"
 #include "platform/testing/fakes.h"
 #include "shell/jukebox.h"
@@ -19,22 +19,25 @@ namespace zor {
 namespace {
 
 using testing::ErrorOf;
+using Header = std::array<uint8_t, 4>;
 
 // A song file: `lead` bytes, the four header bytes, then zeros up to `size`.
-QByteArray Song(std::array<uint8_t, 4> header, qint64 size, const QByteArray& lead = {}) {
+QByteArray Song(Header header, qint64 size, const QByteArray& lead = {}) {
     QByteArray b = lead;
     for (uint8_t h : header) b += char(h);
     if (b.size() < size) b.append(size - b.size(), '\0');
     return b.left(size);
 }
 
-// The texts of a record after a successful analysis, in table order.
+// The eight header texts, in the record's order.
 QStringList Texts(const Mp3FrameInfo& i) {
     return {i.BitRateText, i.VersionText,  i.LayerText,    i.ProtectionText,
             i.SampleRateText, i.CopyrightText, i.OriginalText, i.EmphasisText};
 }
 
 const QStringList kUnknown(8, QStringLiteral("???"));
+constexpr Mp3Caller kCallers[] = {Mp3Caller::GridSong, Mp3Caller::PlaylistSong, Mp3Caller::FileWindow,
+                                  Mp3Caller::Editor};
 
 // A file system whose look-ups are answered from a script, to stand for a
 // file that goes between two looks, or a blank name that is found.
@@ -70,10 +73,9 @@ struct FrameTest : ::testing::Test {
     }
     // A file of `size` bytes that holds only a header at its start; the rest
     // is a hole, so long songs cost no disk.
-    QString WriteSparse(std::array<uint8_t, 4> header, qint64 size) {
+    QString WriteSparse(Header header, qint64 size) {
         const QString path = Write(Song(header, 4));
-        QFile f(path);
-        EXPECT_TRUE(f.resize(size));
+        EXPECT_TRUE(QFile(path).resize(size));
         return path;
     }
     Mp3Analysis Analyse(const QString& path, Mp3Caller caller = Mp3Caller::GridSong) {
@@ -82,46 +84,36 @@ struct FrameTest : ::testing::Test {
         o.CurrentCell = path;
         return AnalyseMp3File(j, info, o);
     }
-    // A song analysed first, so that what a later analysis keeps shows.
+    // A 128 kbit/s mono song of 10 seconds analysed first, so that what a
+    // later analysis keeps shows.
     void AnalyseEarlierSong() {
         ASSERT_EQ(Analyse(Write(Song({0xFF, 0xFB, 0x90, 0xC4}, 160000), QStringLiteral("earlier.mp3"))).outcome,
                   Mp3Outcome::Analysed);
-        ASSERT_EQ(info.EncodingText, u"128");
-        ASSERT_EQ(info.DurationText, u"0:10");
     }
 };
 
 TEST_F(FrameTest, EveryBitRateRowGivesItsLabelAndIsTimedAtItsRateWhateverTheVersion) {
-    struct Row {
-        uint8_t b2;
-        const char* label;
-        int bytesPerSecond;
-    };
-    const Row rows[] = {{0x00, "free", 16000}, {0x10, " 32", 4000},  {0x20, " 40", 5000},  {0x30, "VBR", 6000},
-                        {0x40, " 56", 7000},   {0x50, " 64", 8000},  {0x60, " 80", 10000}, {0x70, " 96", 12000},
-                        {0x80, "112", 14000},  {0x90, "128", 16000}, {0xA0, "160", 20000}, {0xB0, "192", 24000},
-                        {0xC0, "224", 28000},  {0xD0, "256", 32000}, {0xE0, "320", 40000}, {0xF0, "bad", 16000},
-                        {0xF8, "bad", 16000},  {0xFF, "bad", 16000}};
-    for (uint8_t b1 : {0xFB, 0xF3, 0xE2, 0xFD}) {  // MPEG-1 III, MPEG-2 III, MPEG-2.5, MPEG-1 II
-        for (const Row& r : rows) {
-            SCOPED_TRACE(::testing::Message() << std::hex << int(b1) << ' ' << int(r.b2));
+    const std::tuple<uint8_t, const char*, int> rows[] = {
+        {0x00, "free", 16000}, {0x10, " 32", 4000},  {0x20, " 40", 5000},  {0x30, "VBR", 6000},
+        {0x40, " 56", 7000},   {0x50, " 64", 8000},  {0x60, " 80", 10000}, {0x70, " 96", 12000},
+        {0x80, "112", 14000},  {0x90, "128", 16000}, {0xA0, "160", 20000}, {0xB0, "192", 24000},
+        {0xC0, "224", 28000},  {0xD0, "256", 32000}, {0xE0, "320", 40000}, {0xF0, "bad", 16000},
+        {0xFF, "bad", 16000}};
+    for (uint8_t b1 : {0xFB, 0xE2}) {  // MPEG-1 Layer III, MPEG-2.5 Layer III with CRC
+        for (auto [b2, label, bytesPerSecond] : rows) {
+            SCOPED_TRACE(::testing::Message() << std::hex << int(b1) << ' ' << int(b2));
             // 66.5 seconds at the row's rate: the half goes to the even 66.
-            ASSERT_EQ(Analyse(Write(Song({0xFF, b1, r.b2, 0x00}, qint64(r.bytesPerSecond) * 133 / 2))).outcome,
+            ASSERT_EQ(Analyse(Write(Song({0xFF, b1, b2, 0x00}, qint64(bytesPerSecond) * 133 / 2))).outcome,
                       Mp3Outcome::Analysed);
-            EXPECT_EQ(info.BitRateText, QString::fromLatin1(r.label));
-            EXPECT_EQ(info.EncodingText, QString::fromLatin1(r.label));
-            EXPECT_EQ(info.DurationSeconds, 66);
+            EXPECT_EQ(info.BitRateText, QString::fromLatin1(label));
+            EXPECT_EQ(info.EncodingText, QString::fromLatin1(label));
             EXPECT_EQ(info.DurationText, u"1:06");
         }
     }
 }
 
 TEST_F(FrameTest, HeaderBitsPickTheTextsAndTheSampleRateRowFollowsTheVersion) {
-    struct Case {
-        std::array<uint8_t, 4> header;
-        QStringList texts;
-    };
-    const Case cases[] = {
+    const std::pair<Header, QStringList> cases[] = {
         {{0xFF, 0xFB, 0x90, 0x64}, {"128", "Version 1.0", "Layer III", "None", "44100", "None", "Original", "None"}},
         {{0xFF, 0xFA, 0x94, 0xC4}, {"128", "Version 1.0", "Layer III", "by CRC", "48000", "None", "Original", "None"}},
         {{0xFF, 0xFD, 0x58, 0x09}, {" 80", "Version 1.0", "Layer II", "None", "32000", "Yes", "Copy", "50/15 ms"}},
@@ -132,7 +124,6 @@ TEST_F(FrameTest, HeaderBitsPickTheTextsAndTheSampleRateRowFollowsTheVersion) {
         {{0xFF, 0xF3, 0x48, 0x00}, {" 56", "Version 2.0", "Layer III", "None", "16000", "None", "Copy", "None"}},
         {{0xFF, 0xF3, 0x4C, 0x00}, {" 64", "Version 2.0", "Layer III", "None", "Reser.", "None", "Copy", "None"}},
         {{0xFF, 0xE3, 0x40, 0x00}, {" 56", "Version 2.5", "Layer III", "None", "11025", "None", "Copy", "None"}},
-        {{0xFF, 0xE3, 0x44, 0x00}, {" 56", "Version 2.5", "Layer III", "None", "12000", "None", "Copy", "None"}},
         {{0xFF, 0xE3, 0x48, 0x00}, {" 56", "Version 2.5", "Layer III", "None", "8000", "None", "Copy", "None"}},
         {{0xFF, 0xE3, 0x4C, 0x00}, {" 64", "Version 2.5", "Layer III", "None", "Reser.", "None", "Copy", "None"}},
         // The reserved version reads its sample rate as version 1.0 does.
@@ -140,25 +131,19 @@ TEST_F(FrameTest, HeaderBitsPickTheTextsAndTheSampleRateRowFollowsTheVersion) {
         // The first byte is never looked at: any byte above 200 will do.
         {{0xC9, 0xFB, 0x90, 0x00}, {"128", "Version 1.0", "Layer III", "None", "44100", "None", "Copy", "None"}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.texts.join(u',').toStdString());
-        ASSERT_EQ(Analyse(Write(Song(c.header, 4000))).outcome, Mp3Outcome::Analysed);
-        EXPECT_EQ(Texts(info), c.texts);
+    for (const auto& [header, texts] : cases) {
+        SCOPED_TRACE(texts.join(u',').toStdString());
+        ASSERT_EQ(Analyse(Write(Song(header, 4000))).outcome, Mp3Outcome::Analysed);
+        EXPECT_EQ(Texts(info), texts);
     }
 }
 
 TEST_F(FrameTest, BitRateIndexAndChannelMarkRoundTiesToEven) {
+    // B2 / 16: 9.5 goes up to 10, so a 32000 Hz file at 128 kbit/s reads as
+    // "160"; 8.5 stays at 8; 3.5 goes up to 4, so 48 kbit/s at 32000 Hz is
+    // no longer "VBR"; 2.5 stays at 2.
     const std::pair<uint8_t, const char*> rates[] = {
-        {0x97, "128"},  // 9.44
-        {0x98, "160"},  // 9.5 goes up to 10: a 32000 Hz file at 128 kbit/s reads as 160
-        {0x99, "160"},  // 9.56
-        {0x88, "112"},  // 8.5 stays at 8
-        {0x78, "112"},  // 7.5 goes up to 8
-        {0xA8, "160"},  // 10.5 stays at 10
-        {0xB8, "224"},  // 11.5 goes up to 12
-        {0x38, " 56"},  // 3.5 goes up to 4: a 48 kbit/s file at 32000 Hz is no longer "VBR"
-        {0x28, " 40"},  // 2.5 stays at 2
-    };
+        {0x98, "160"}, {0x88, "112"}, {0x78, "112"}, {0x38, " 56"}, {0x28, " 40"}};
     for (auto [b2, label] : rates) {
         SCOPED_TRACE(int(b2));
         Analyse(Write(Song({0xFF, 0xFB, b2, 0x00}, 4000)));
@@ -166,9 +151,8 @@ TEST_F(FrameTest, BitRateIndexAndChannelMarkRoundTiesToEven) {
     }
     // B3 / 64: 2.5 and below is stereo, above it mono; dual channel with any
     // of the low bits set counts as mono.
-    const std::pair<uint8_t, const char*> marks[] = {{0x00, "S:"}, {0x64, "S:"}, {0x84, "S:"}, {0x9F, "S:"},
-                                                     {0xA0, "S:"}, {0xA1, "M:"}, {0xA4, "M:"}, {0xC0, "M:"},
-                                                     {0xC4, "M:"}, {0xFF, "M:"}};
+    const std::pair<uint8_t, const char*> marks[] = {
+        {0x00, "S:"}, {0x9F, "S:"}, {0xA0, "S:"}, {0xA1, "M:"}, {0xC0, "M:"}, {0xFF, "M:"}};
     for (auto [b3, mark] : marks) {
         SCOPED_TRACE(int(b3));
         const Mp3Analysis a = Analyse(Write(Song({0xFF, 0xFB, 0x90, b3}, 4000)));
@@ -178,36 +162,26 @@ TEST_F(FrameTest, BitRateIndexAndChannelMarkRoundTiesToEven) {
 }
 
 TEST_F(FrameTest, DurationIsTheWholeFileOverTheRowRateRoundedAndShownAsMinutesAndSeconds) {
-    struct Case {
-        uint8_t b2;
-        qint64 size;
-        int seconds;
-        const char* text;
-    };
-    const Case cases[] = {
+    const std::tuple<uint8_t, qint64, int, const char*> cases[] = {
         {0x30, 6000000, 1000, "16:40"},  // "VBR" is timed at 6000 bytes a second
-        {0x90, 16000 * 65, 65, "1:05"},
-        {0x90, 16000 * 3600, 3600, "60:00"},
-        {0x90, 16000 * 9 + 7999, 9, "0:09"},
-        {0x90, 16000 * 9 + 8000, 10, "0:10"},  // 9.5: up to the even 10
+        {0x90, 16000 * 9 + 8000, 10, "0:10"},   // 9.5: up to the even 10
         {0x90, 16000 * 10 + 8000, 10, "0:10"},  // 10.5: down to the even 10
         {0x90, 3001, 0, "0:00"},
         {0x10, 131069999, 32767, "546:07"},  // the longest a 16-bit count holds
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.size);
-        ASSERT_EQ(Analyse(WriteSparse({0xFF, 0xFB, c.b2, 0x00}, c.size)).outcome, Mp3Outcome::Analysed);
-        EXPECT_EQ(info.FileBytes, c.size);
-        EXPECT_EQ(info.DurationSeconds, c.seconds);
-        EXPECT_EQ(info.DurationText, QString::fromLatin1(c.text));
+    for (auto [b2, size, seconds, text] : cases) {
+        SCOPED_TRACE(size);
+        ASSERT_EQ(Analyse(WriteSparse({0xFF, 0xFB, b2, 0x00}, size)).outcome, Mp3Outcome::Analysed);
+        EXPECT_EQ(info.FileBytes, size);
+        EXPECT_EQ(info.DurationSeconds, seconds);
+        EXPECT_EQ(info.DurationText, QString::fromLatin1(text));
     }
 }
 
 TEST_F(FrameTest, ASongPast32767SecondsOverflowsWithItsSecondsAndLabelAlreadyStored) {
     AnalyseEarlierSong();
     // 32767.5 seconds at 4000 bytes a second rounds to the even 32768.
-    const QString path = WriteSparse({0xFF, 0xF3, 0x10, 0xC4}, 131070000);
-    EXPECT_EQ(ErrorOf([&] { Analyse(path); }), 6);
+    EXPECT_EQ(ErrorOf([&] { Analyse(WriteSparse({0xFF, 0xF3, 0x10, 0xC4}, 131070000)); }), 6);
     EXPECT_EQ(info.FileBytes, 131070000);
     EXPECT_EQ(info.DurationSeconds, 32768);
     EXPECT_EQ(info.BitRateText, u" 32");
@@ -215,14 +189,13 @@ TEST_F(FrameTest, ASongPast32767SecondsOverflowsWithItsSecondsAndLabelAlreadySto
     EXPECT_EQ(info.DurationText, u"0:10");
     EXPECT_EQ(info.VersionText, u"Version 1.0");
     EXPECT_EQ(info.EncodingText, u"128");
-
     // A file too long for the 32-bit byte count can't be timed at all.
     EXPECT_EQ(ErrorOf([&] { Analyse(WriteSparse({0xFF, 0xFB, 0xE0, 0x00}, qint64(1) << 31)); }), 6);
 }
 
 TEST_F(FrameTest, FilesOf3000BytesOrLessFailAndKeepTheEarlierSongsEncodingAndTime) {
     AnalyseEarlierSong();
-    for (qint64 size : {0, 1, 127, 128, 2999, 3000}) {
+    for (qint64 size : {0, 127, 3000}) {
         SCOPED_TRACE(size);
         const Mp3Analysis a = Analyse(Write(Song({0xFF, 0xFB, 0xE0, 0x00}, size)));
         EXPECT_EQ(a.outcome, Mp3Outcome::NoFrame);
@@ -231,7 +204,6 @@ TEST_F(FrameTest, FilesOf3000BytesOrLessFailAndKeepTheEarlierSongsEncodingAndTim
         EXPECT_EQ(info.FileBytes, size);
         EXPECT_EQ(info.EncodingText, u"128");
         EXPECT_EQ(info.ChannelMark, u"M:");
-        EXPECT_EQ(info.DurationSeconds, 10);
         EXPECT_EQ(info.DurationText, u"0:10");
     }
     EXPECT_EQ(Analyse(Write(Song({0xFF, 0xFB, 0xE0, 0x00}, 3001))).outcome, Mp3Outcome::Analysed);
@@ -246,13 +218,11 @@ TEST_F(FrameTest, TheScanTakesTheFirstByteAbove200UpToPosition2998) {
     EXPECT_EQ(info.BitRateText, u"192");
     EXPECT_EQ(info.ChannelMark, u"M:");
 
-    // At position 2999 the header counts as not found, however long the file.
-    AnalyseEarlierSong();
+    // At position 2999 the header counts as not found, however long the file;
+    // so it does in a file with no byte above 200 in its first 3000.
     EXPECT_EQ(Analyse(Write(Song({0xFF, 0xFB, 0xB0, 0xC0}, 10000, lead + '\x10'))).outcome, Mp3Outcome::NoFrame);
     EXPECT_EQ(Texts(info), kUnknown);
     EXPECT_EQ(info.FileBytes, 10000);
-    EXPECT_EQ(info.EncodingText, u"128");
-    // So does a file with no byte above 200 in its first 3000.
     EXPECT_EQ(Analyse(Write(QByteArray(2999, char(200)) + QByteArray(5000, char(0xFF)))).outcome, Mp3Outcome::NoFrame);
 }
 
@@ -263,67 +233,51 @@ TEST_F(FrameTest, ATagOrTextInFrontIsReadAsAHeaderFromItsFirstHighByte) {
     ASSERT_EQ(Analyse(Write(Song({0xFF, 0xF3, 0x80, 0xC4}, 48000, v2))).outcome, Mp3Outcome::Analysed);
     EXPECT_EQ(Texts(info),
               QStringList({"112", "Version 2.0", "Layer III", "None", "22050", "None", "Original", "None"}));
-    EXPECT_EQ(info.DurationSeconds, 3);  // 48000 / 14000 = 3.43
+    EXPECT_EQ(info.DurationSeconds, 3);  // the whole 48000 bytes over 14000
 
     // A tag in front whose text has an accented letter: "\xE9 de" is the header.
-    QByteArray tag("TAGCaf\xE9 del Mar");
-    ASSERT_EQ(Analyse(Write(Song({0x00, 0x00, 0x00, 0x00}, 3500, tag))).outcome, Mp3Outcome::Analysed);
+    ASSERT_EQ(Analyse(Write(Song({}, 3500, "TAGCaf\xE9 del Mar"))).outcome, Mp3Outcome::Analysed);
     EXPECT_EQ(Texts(info), QStringList({" 80", "Version 2.5", "Reserved", "by CRC", "12000", "None", "Original",
                                         "50/15 ms"}));
     EXPECT_EQ(info.ChannelMark, u"S:");
-    EXPECT_EQ(info.DurationText, u"0:00");
 }
 
 TEST_F(FrameTest, ABlankPathThatIsFoundIsWorkedOutAsAZeroHeaderOfNoLength) {
     AnalyseEarlierSong();
     files.found = {true};
-    const Mp3Analysis a = Analyse(QStringLiteral("   "));
-    EXPECT_EQ(a.outcome, Mp3Outcome::Analysed);
+    EXPECT_EQ(Analyse(QStringLiteral("   ")).outcome, Mp3Outcome::Analysed);
     EXPECT_EQ(Texts(info),
               QStringList({"free", "Version 2.5", "Reserved", "by CRC", "11025", "None", "Copy", "None"}));
-    EXPECT_EQ(info.EncodingText, u"free");
-    EXPECT_EQ(info.ChannelMark, u"S:");
     EXPECT_EQ(info.FileBytes, 0);
-    EXPECT_EQ(info.DurationSeconds, 0);
     EXPECT_EQ(info.DurationText, u"0:00");
 }
 
-TEST_F(FrameTest, TheGridAnalysersTakeTheOverrideUnlessItIsXXXTheOthersAlwaysTheCell) {
+TEST_F(FrameTest, OnlyTheGridAnalysersTakeTheOverrideSetTheMarkAndAskForTheSongLine) {
     const QString cell = Write(Song({0xFF, 0xFB, 0x90, 0x00}, 4000), QStringLiteral("cell.mp3"));
     const QString other = Write(Song({0xFF, 0xFB, 0xE0, 0xC0}, 4000), QStringLiteral("other.mp3"));
-    for (Mp3Caller caller : {Mp3Caller::GridSong, Mp3Caller::PlaylistSong, Mp3Caller::FileWindow, Mp3Caller::Editor}) {
+    const QString shortFile = Write(Song({0xFF, 0xFB, 0x90, 0x00}, 3000), QStringLiteral("short.mp3"));
+    for (Mp3Caller caller : kCallers) {
         SCOPED_TRACE(int(caller));
         const bool grid = caller == Mp3Caller::GridSong || caller == Mp3Caller::PlaylistSong;
         Mp3AnalysisOptions o;
         o.caller = caller;
         o.CurrentCell = cell;
-        EXPECT_EQ(AnalyseMp3File(j, info, o).path, cell);
+        o.ShowSongInfoLine = true;
+        const Mp3Analysis plain = AnalyseMp3File(j, info, o);
+        EXPECT_EQ(plain.path, cell);
+        EXPECT_EQ(plain.ShowSongInfoLine, grid);
         info.ChannelMark = QStringLiteral("untouched");
         o.SongPathOverride = other;
         const Mp3Analysis a = AnalyseMp3File(j, info, o);
         EXPECT_EQ(a.path, grid ? other : cell);
         EXPECT_EQ(info.EncodingText, grid ? u"320" : u"128");
-        // Only the grid analysers set the mark; every caller learns mono.
         EXPECT_EQ(info.ChannelMark, grid ? u"M:" : u"untouched");
-        EXPECT_EQ(a.Mono, grid);
-    }
-}
-
-TEST_F(FrameTest, OnlyTheGridAnalysersAskForTheSongLineAndOnlyAfterASuccess) {
-    const QString good = Write(Song({0xFF, 0xFB, 0x90, 0x00}, 4000), QStringLiteral("good.mp3"));
-    const QString shortFile = Write(Song({0xFF, 0xFB, 0x90, 0x00}, 3000), QStringLiteral("short.mp3"));
-    for (Mp3Caller caller : {Mp3Caller::GridSong, Mp3Caller::PlaylistSong, Mp3Caller::FileWindow, Mp3Caller::Editor}) {
-        SCOPED_TRACE(int(caller));
-        Mp3AnalysisOptions o;
-        o.caller = caller;
-        o.ShowSongInfoLine = true;
-        o.CurrentCell = good;
-        EXPECT_EQ(AnalyseMp3File(j, info, o).ShowSongInfoLine,
-                  caller == Mp3Caller::GridSong || caller == Mp3Caller::PlaylistSong);
-        o.CurrentCell = shortFile;
+        EXPECT_EQ(a.Mono, grid);  // every caller learns mono
+        // No song line after a failed analysis, nor when none was asked for.
+        o.SongPathOverride = o.CurrentCell = shortFile;
         EXPECT_FALSE(AnalyseMp3File(j, info, o).ShowSongInfoLine);
+        o.SongPathOverride = o.CurrentCell = cell;
         o.ShowSongInfoLine = false;
-        o.CurrentCell = good;
         EXPECT_FALSE(AnalyseMp3File(j, info, o).ShowSongInfoLine);
     }
 }
@@ -337,8 +291,7 @@ TEST_F(FrameTest, AMissingFileIsToldWithTheCallersStyleUnlessAPlaylistOrInventor
     struct Case {
         Mp3Caller caller;
         int16_t playlistActive;
-        bool inventory;
-        bool flagged;
+        bool inventory, flagged;
         int boxFlags;  // -1: no box
         const char* encoding;
     };
@@ -346,12 +299,9 @@ TEST_F(FrameTest, AMissingFileIsToldWithTheCallersStyleUnlessAPlaylistOrInventor
         {Mp3Caller::GridSong, 0, false, true, vbOKOnly + vbExclamation, "128"},
         {Mp3Caller::PlaylistSong, 0, false, true, vbOKOnly + vbExclamation, "128"},
         {Mp3Caller::FileWindow, 0, false, true, vbCritical, "128"},
-        {Mp3Caller::Editor, 0, false, true, vbCritical, "128"},
         {Mp3Caller::GridSong, 1, true, true, -1, "128"},  // a running playlist wins over an inventory
-        {Mp3Caller::PlaylistSong, 1, false, true, -1, "128"},
         {Mp3Caller::FileWindow, 1, false, true, -1, "128"},
         {Mp3Caller::GridSong, 0, true, false, -1, "???"},
-        {Mp3Caller::FileWindow, 0, true, false, -1, "???"},
         {Mp3Caller::Editor, 1, true, true, vbCritical, "128"},  // the editor always tells
     };
     for (const Case& c : cases) {
@@ -368,15 +318,12 @@ TEST_F(FrameTest, AMissingFileIsToldWithTheCallersStyleUnlessAPlaylistOrInventor
         EXPECT_EQ(a.outcome, Mp3Outcome::Missing);
         EXPECT_EQ(a.SongFileMissing, c.flagged);
         EXPECT_EQ(info.EncodingText, QString::fromLatin1(c.encoding));
-        if (c.boxFlags < 0) {
-            EXPECT_TRUE(tp.messages.shown.empty());
-            continue;
-        }
-        ASSERT_EQ(tp.messages.shown.size(), 1u);
+        EXPECT_EQ(tp.messages.shown.size(), c.boxFlags < 0 ? 0u : 1u);
+        EXPECT_EQ(picturesHidden, c.boxFlags < 0 ? 0 : 1);
+        if (c.boxFlags < 0 || tp.messages.shown.empty()) continue;
         EXPECT_EQ(tp.messages.shown[0].flags, c.boxFlags);
         EXPECT_EQ(tp.messages.shown[0].title, u"ZOR JUKEBOX");
         EXPECT_EQ(tp.messages.shown[0].text, english);
-        EXPECT_EQ(picturesHidden, 1);
     }
     // The rest of the record is never touched by a missing file.
     EXPECT_EQ(info.BitRateText, u"128");
@@ -392,7 +339,7 @@ TEST_F(FrameTest, AMissingFileIsToldWithTheCallersStyleUnlessAPlaylistOrInventor
               "Dit kan worden gecorrigeerd door dit bestand  \n(opnieuw) aan de database toe te voegen.\n");
 }
 
-TEST_F(FrameTest, DirectoriesAreMissingAndAFileThatCantBeOpenedReachesTheCaller) {
+TEST_F(FrameTest, ADirectoryIsMissingAndAFileThatCantBeOpenedReachesTheCaller) {
     const Mp3Analysis a = Analyse(dir.path());
     EXPECT_EQ(a.outcome, Mp3Outcome::Missing);
     EXPECT_TRUE(a.SongFileMissing);
@@ -427,11 +374,9 @@ TEST(SongInfoLine, ShowsTrimmedTitleAndArtistTheLabelWithItsBlankAndTheLength) {
     info.DurationText = QStringLiteral("3:05");
     EXPECT_EQ(SongInfoLine(QStringLiteral("  Hey Jude "), QStringLiteral("The Beatles  "), info, QStringLiteral("1")),
               u"> Hey Jude - The Beatles,  96 kb/s.; Length: 3:05");
-    info.BitRateText = QStringLiteral("VBR");
-    info.DurationText = QStringLiteral("61:00");
     // Only blanks are trimmed.
     EXPECT_EQ(SongInfoLine(QStringLiteral("\tA"), QStringLiteral("B"), info, QStringLiteral("0")),
-              u"> \tA - B, VBR kb/s.; Duur: 61:00");
+              u"> \tA - B,  96 kb/s.; Duur: 3:05");
 }
 
 }  // namespace

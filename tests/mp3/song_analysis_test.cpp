@@ -1,8 +1,7 @@
 // The four callers of the analyser on the real main window: which grid's
-// cell each one reads, the song line it leaves in the message line, how a
-// missing file is told in each state, and what the editor's analysis writes.
+// cell each one reads, the song line it leaves in the message line, the box
+// each one shows for a missing file, and what the editor's analysis writes.
 #include "mp3/ui/song_analysis.h"
-#include "tests/support/errors.h"
 #include "tests/support/form_harness.h"
 
 #include <QFile>
@@ -13,13 +12,6 @@
 namespace zor::testing {
 namespace {
 
-// A song of 96 kbit/s by the bit-rate table, stereo, lasting 65 seconds.
-QByteArray Song96() {
-    QByteArray b = QByteArray::fromHex("fffb7000");
-    b.append(65 * 12000 - b.size(), '\0');
-    return b;
-}
-
 struct SongAnalysisTest : ::testing::Test {
     FormHarness h;
     QString song, missing;
@@ -29,7 +21,7 @@ struct SongAnalysisTest : ::testing::Test {
         missing = h.inst.home + QStringLiteral("/gone.mp3");
         QFile f(song);
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(Song96());
+        f.write(QByteArray::fromHex("fffb7000").leftJustified(65 * 12000, '\0'));  // 96 kbit/s, 65 seconds
         f.close();
         SongFields a, b;
         a[0] = QStringLiteral("  Tune "), a[1] = QStringLiteral("Band  "), a[5] = song, a[9] = QStringLiteral("128");
@@ -61,16 +53,12 @@ TEST_F(SongAnalysisTest, AStartingSongShowsItsLineInGreenAndLeavesTheGridOnTheAr
     OnRow(f().MFGrid1, 1);
     AnalyseGridSong(f(), {.InventoryRun = true});
     EXPECT_EQ(f().Text1->text(), QStringLiteral("before"));
-
-    f().j.Language = QStringLiteral("0");
-    OnRow(f().MFGrid1, 1);
-    AnalyseGridSong(f(), {.ShowSongInfoLine = true});
-    EXPECT_EQ(f().Text1->text(), QStringLiteral("> Tune - Band,  96 kb/s.; Duur: 1:05"));
 }
 
-TEST_F(SongAnalysisTest, EachGridAnalyserReadsItsOwnGridOrTheGivenPath) {
+TEST_F(SongAnalysisTest, EachAnalyserReadsItsOwnGridAndTellsAMissingFileInItsOwnStyle) {
     // The playlist grid holds the missing song on its current row, the
     // catalogue's grid the real one: only the playlist's analyser misses.
+    // A running playlist is told nothing.
     f().MFgrid2.SetRows(2);
     f().MFgrid2.SetTextMatrix(1, 6, missing);
     OnRow(f().MFgrid2, 1);
@@ -80,31 +68,17 @@ TEST_F(SongAnalysisTest, EachGridAnalyserReadsItsOwnGridOrTheGivenPath) {
     EXPECT_FALSE(AnalyseGridSong(f(), {}).SongFileMissing);
     EXPECT_TRUE(AnalyseGridSong(f(), {.SongPathOverride = missing}).SongFileMissing);
     EXPECT_TRUE(h.boxes().shown.empty());
-}
 
-TEST_F(SongAnalysisTest, AMissingFileIsToldByTheStateOfTheJukebox) {
+    // Otherwise an exclamation for the grids, critical for the file window
+    // and the editor.
+    f().j.PlaylistActive = 0;
     OnRow(f().MFGrid1, 2);
-    // An inventory neither tells nor flags it, and stores "???".
-    EXPECT_FALSE(AnalyseGridSong(f(), {.InventoryRun = true}).SongFileMissing);
-    EXPECT_EQ(f().j.Mp3Info.EncodingText, QStringLiteral("???"));
-    EXPECT_TRUE(h.boxes().shown.empty());
-    // Otherwise a box with an exclamation for the grids ...
     EXPECT_TRUE(AnalyseGridSong(f(), {}).SongFileMissing);
-    ASSERT_EQ(h.boxes().shown.size(), 1u);
-    EXPECT_EQ(h.boxes().shown[0].flags, vbExclamation);
-    EXPECT_EQ(h.boxes().shown[0].title, QStringLiteral("ZOR JUKEBOX"));
-    EXPECT_EQ(h.boxes().shown[0].text,
-              QStringLiteral("ATTENTION!\n\nThe Song file is not/no longer in  \nthis pre-determined directory! \n\n"
-                             "Please correct this by adding the \nsong (again) to the database.\n"));
-    // ... and a critical one for the file window and the editor.
-    OnRow(f().MFGrid1, 2);
-    EXPECT_TRUE(AnalyseForFileWindow(f()).SongFileMissing);
-    // While a playlist runs only the editor still tells it.
-    f().j.PlaylistActive = 1;
     OnRow(f().MFGrid1, 2);
     EXPECT_TRUE(AnalyseForFileWindow(f()).SongFileMissing);
     EXPECT_TRUE(AnalyseForEditor(f()).analysis.SongFileMissing);
     ASSERT_EQ(h.boxes().shown.size(), 3u);
+    EXPECT_EQ(h.boxes().shown[0].flags, vbExclamation);
     EXPECT_EQ(h.boxes().shown[1].flags, vbCritical);
     EXPECT_EQ(h.boxes().shown[2].flags, vbCritical);
 }
