@@ -51,17 +51,15 @@ TEST(Cp1252, EveryByteSurvivesTheRoundTripAndForeignCharactersBecomeQuestionMark
     const QString text = cp1252::Decode(all);
     EXPECT_EQ(cp1252::Encode(text), all);
     EXPECT_EQ(text[0x80], QChar(0x20AC));
-    EXPECT_EQ(text[0x8A], QChar(0x0160));
-    EXPECT_EQ(text[0x9F], QChar(0x0178));
     EXPECT_EQ(text[0x81], QChar(0x0081));  // undefined in the code page: the C1 control
     EXPECT_EQ(cp1252::Encode(QStringLiteral("€ “q” – 日本 Ω ÿ")), QByteArray("\x80 \x93q\x94 \x96 ?? ? \xFF"));
     // U+0080 is not the euro sign's byte: that byte stands for U+20AC.
     EXPECT_EQ(cp1252::Encode(QString(QChar(0x0080))), QByteArray("?"));
-
-    EXPECT_EQ(cp1252::Field(QStringLiteral("abc"), 5), QByteArray("abc  "));
-    EXPECT_EQ(cp1252::Field(QStringLiteral("abcdef"), 3), QByteArray("abc"));
+    // Fields are cut or padded to their width in UTF-16 units, as a fixed
+    // string counts them: a character beyond the BMP is two "?".
     EXPECT_EQ(cp1252::Field(QStringLiteral("€日"), 4), QByteArray("\x80?  "));
-    EXPECT_EQ(cp1252::Field(QStringLiteral("a\U0001F600b"), 3).size(), 3);
+    EXPECT_EQ(cp1252::Field(QStringLiteral("abcdef"), 3), QByteArray("abc"));
+    EXPECT_EQ(cp1252::Field(QStringLiteral("a\U0001F600b"), 3), QByteArray("a??"));
 }
 
 TEST(FileSystemDir, WildcardsIgnoreCaseAndListSortedWithoutRegardToCase) {
@@ -86,13 +84,10 @@ TEST(FileSystemDir, ExactNamesAreCaseSensitiveAndMissingPlacesGiveNothing) {
     QDir().mkdir(d.Path("sub"));
     FileSystem fs;
     EXPECT_EQ(fs.Dir(d.Path("ZORjuke.ini")), QStringLiteral("ZORjuke.ini"));
-    EXPECT_EQ(fs.Dir(d.Path("ZORjuke.INI")), QString());
-    EXPECT_EQ(fs.Dir(d.Path("sub")), QString());
     EXPECT_EQ(fs.Dir(d.Path("sub"), vbDirectory), QStringLiteral("sub"));
-    EXPECT_EQ(fs.Dir(d.Path("sub/.")), QString());
-    EXPECT_EQ(fs.Dir(d.Path("missing/*.mp3")), QString());
-    EXPECT_EQ(fs.Dir(d.Path("missing/song.mp3")), QString());
-    EXPECT_EQ(fs.Dir(file + QStringLiteral("/*")), QString());
+    for (const QString& none : {d.Path("ZORjuke.INI"), d.Path("sub"), d.Path("sub/."), d.Path("missing/*.mp3"),
+                                d.Path("missing/song.mp3"), file + QStringLiteral("/*")})
+        EXPECT_EQ(fs.Dir(none), QString()) << none.toStdString();
 }
 
 // What a wildcard lists must be a file the other statements accept: a
@@ -190,7 +185,6 @@ TEST(BinaryFile, ReadOnlyNeverMakesAFileAndNeverWrites) {
 
 TEST(Paths, DriveLettersStandForTheHomeDirectory) {
     const QString home = QStringLiteral("/home/ann");
-    EXPECT_EQ(MapWindowsPath(QStringLiteral("C:\\Lyrics"), home), QStringLiteral("/home/ann/Lyrics"));
     EXPECT_EQ(MapWindowsPath(QStringLiteral("d:\\Music\\Pop\\"), home + u'/'), QStringLiteral("/home/ann/Music/Pop/"));
     EXPECT_EQ(MapWindowsPath(QStringLiteral("C:\\"), home), home);
     EXPECT_EQ(MapWindowsPath(QStringLiteral("C:Lyrics"), home), QStringLiteral("/home/ann/Lyrics"));
