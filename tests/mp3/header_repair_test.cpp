@@ -8,6 +8,7 @@
 #include "platform/binary_file.h"
 #include "platform/runtime_error.h"
 #include "tests/support/audio_tools.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/form_harness.h"
 
 #include <QDir>
@@ -19,17 +20,6 @@
 
 namespace zor::testing {
 namespace {
-
-QByteArray ReadAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
-void WriteAll(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(f.write(bytes), bytes.size());
-}
 
 // `n` bytes that hold no frame start; `at` positions (1-based) get one.
 QByteArray Junk(qint64 n, std::initializer_list<qint64> frameStartsAt = {}) {
@@ -51,7 +41,7 @@ QByteArray EncodedSong(const QString& dir) {
     if (!tools.Usable() ||
         !tools.Mp3(mp3, 5, {"-m", "m", "-b", "128", "--id3v1-only", "--tt", "Waterloo", "--ta", "ABBA"}, 44100, 1))
         return {};
-    return ReadAll(mp3);
+    return FileBytes(mp3);
 }
 
 TEST(RepairScan, OnlyAFrameStartFrom2000OnEndsTheLeadInElse3000) {
@@ -87,14 +77,14 @@ TEST(RepairCopy, BlocksOf30000ThenTheRestExceptALastByteAtTheBlocksEnd) {
         SCOPED_TRACE(c.length);
         QByteArray bytes(c.length, '\0');
         for (qint64 i = 0; i < c.length; ++i) bytes[i] = char(i * 7 + i / 251);
-        WriteAll(in, bytes);
+        ASSERT_TRUE(WriteFileBytes(in, bytes));
         QFile::remove(out);
         {
             BinaryFile a(fs, in), b(fs, out);
             CopyFromPosition(a, c.length, c.from, b);
         }
         const QByteArray rest = bytes.mid(c.from - 1);
-        EXPECT_EQ(ReadAll(out), rest.left(rest.size() - c.dropped));
+        EXPECT_EQ(FileBytes(out), rest.left(rest.size() - c.dropped));
     }
 }
 
@@ -107,14 +97,14 @@ TEST(EncodedRepair, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHar
     // Junk with a decoy frame start and bytes above 200, which the analyser
     // takes for the header.
     const QByteArray junked = Junk(2400, {700}) + clean;
-    WriteAll(song, junked);
+    ASSERT_TRUE(WriteFileBytes(song, junked));
     Mp3FrameInfo info;
     ASSERT_EQ(ScanMp3File(tp.files, song, info, true).outcome, Mp3Outcome::Analysed);
     EXPECT_NE(info.SampleRateText, QStringLiteral("44100"));
 
     CopyPastLeadIn(tp.files, tp.events, song, scratch);
-    EXPECT_EQ(ReadAll(scratch), clean);
-    EXPECT_EQ(ReadAll(song), junked);
+    EXPECT_EQ(FileBytes(scratch), clean);
+    EXPECT_EQ(FileBytes(song), junked);
     EXPECT_FALSE(tp.files.IsHeldOpen(song));
 
     // A copy that fails, injected or on the disk itself, leaves the song whole.
@@ -122,13 +112,13 @@ TEST(EncodedRepair, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHar
     EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("song.mp3.zorcopy")));
     EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
-    EXPECT_EQ(ReadAll(song), junked);
+    EXPECT_EQ(FileBytes(song), junked);
 
     ASSERT_TRUE(QDir(dir.filePath(QStringLiteral("song.mp3.zorcopy"))).removeRecursively());
     ReplaceFromScratch(tp.files, song, scratch);
-    EXPECT_EQ(ReadAll(song), clean);
+    EXPECT_EQ(FileBytes(song), clean);
     EXPECT_FALSE(QFile::exists(scratch));
-    EXPECT_TRUE(ReadAll(song).right(128).startsWith("TAGWaterloo"));
+    EXPECT_TRUE(FileBytes(song).right(128).startsWith("TAGWaterloo"));
     ASSERT_EQ(ScanMp3File(tp.files, song, info, true).outcome, Mp3Outcome::Analysed);
     EXPECT_EQ(info.BitRateText, QStringLiteral("128"));
     EXPECT_EQ(info.SampleRateText, QStringLiteral("44100"));
@@ -145,7 +135,7 @@ struct RemoveLeadInTest : ::testing::Test {
     QString catalogue() { return h.inst.File(QStringLiteral("Mp3data1.mdb")); }
     QString message() { return h.form().Text1->text(); }
     void SetUp() override {
-        WriteAll(song(), junked);
+        ASSERT_TRUE(WriteFileBytes(song(), junked));
         SongFields s;
         s[0] = QStringLiteral("Waterloo");
         s[5] = song();
@@ -161,27 +151,27 @@ struct RemoveLeadInTest : ::testing::Test {
 };
 
 TEST_F(RemoveLeadInTest, TheCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
-    const QByteArray catalogueBytes = ReadAll(catalogue());
+    const QByteArray catalogueBytes = FileBytes(catalogue());
     ASSERT_EQ(h.j().DatabaseFile, catalogue());
-    WriteAll(scratch(), "left from before");
+    ASSERT_TRUE(WriteFileBytes(scratch(), "left from before"));
     Repair(song());
     EXPECT_EQ(h.form().MFGrid1.Col(), 6);
-    EXPECT_EQ(ReadAll(song()), junked);
-    EXPECT_EQ(ReadAll(catalogue()), catalogueBytes);
+    EXPECT_EQ(FileBytes(song()), junked);
+    EXPECT_EQ(FileBytes(catalogue()), catalogueBytes);
     EXPECT_TRUE(h.inst.tp.files.log.contains(QStringLiteral("Kill ") + catalogue()));
-    EXPECT_EQ(ReadAll(scratch()), clean);  // made before the deletion failed
+    EXPECT_EQ(FileBytes(scratch()), clean);  // made before the deletion failed
     EXPECT_EQ(message(), QStringLiteral("Non-standard MP3 header will be removed from: ") + song() +
                              QStringLiteral(" ; Please wait..."));
     EXPECT_TRUE(h.boxes().shown.empty());
 
     // A catalogue file that isn't held open is refused all the same.
     const QString other = h.inst.File(QStringLiteral("Mp3data0.mdb"));
-    const QByteArray otherBytes = ReadAll(other);
+    const QByteArray otherBytes = FileBytes(other);
     h.j().DatabaseFile = other;
     h.j().Language = QStringLiteral("0");
     Repair(song());
-    EXPECT_EQ(ReadAll(other), otherBytes);
-    EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_EQ(FileBytes(other), otherBytes);
+    EXPECT_EQ(FileBytes(song()), junked);
     EXPECT_EQ(message(), QStringLiteral("Non-standaard MP3 header wordt verwijderd van: ") + song() +
                              QStringLiteral(" ; Wacht s.v.p..."));
 }
@@ -189,7 +179,7 @@ TEST_F(RemoveLeadInTest, TheCatalogueRefusesDeletionSoTheSongStaysAsItWas) {
 TEST_F(RemoveLeadInTest, NothingHappensToASongThatIsMissingOrCannotBeCopied) {
     const QString before = message();
     // A missing song: the scratch from before goes, nothing is said.
-    WriteAll(scratch(), "left from before");
+    ASSERT_TRUE(WriteFileBytes(scratch(), "left from before"));
     Repair(music.filePath(QStringLiteral("gone.mp3")));
     EXPECT_FALSE(QFile::exists(scratch()));
     EXPECT_EQ(message(), before);
@@ -197,16 +187,16 @@ TEST_F(RemoveLeadInTest, NothingHappensToASongThatIsMissingOrCannotBeCopied) {
     // A scratch that can't be written: the song stays, the box says nothing.
     ASSERT_TRUE(QDir(h.inst.programDir).mkdir(QStringLiteral("ZOR1.mp3")));
     Repair(song());
-    EXPECT_EQ(ReadAll(song()), junked);
+    EXPECT_EQ(FileBytes(song()), junked);
     EXPECT_TRUE(message().endsWith(QStringLiteral(" ; Please wait...")));
     EXPECT_TRUE(h.boxes().shown.empty());
     EXPECT_FALSE(h.inst.tp.files.IsHeldOpen(song()));
 
     // A song kept under the scratch's own name is left alone.
     ASSERT_TRUE(QDir(scratch()).removeRecursively());
-    WriteAll(scratch(), junked);
+    ASSERT_TRUE(WriteFileBytes(scratch(), junked));
     Repair(scratch());
-    EXPECT_EQ(ReadAll(scratch()), junked);
+    EXPECT_EQ(FileBytes(scratch()), junked);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 // style table's two ways of reading a style the published list lacks.
 #include "mp3/id3_tag.h"
 #include "platform/file_system.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/errors.h"
 
 #include <QDir>
@@ -18,6 +19,8 @@ namespace zor {
 namespace {
 
 using testing::ErrorOf;
+using testing::FileBytes;
+using testing::WriteFileBytes;
 
 QByteArray TagBytes(const QByteArray& title, const QByteArray& artist, const QByteArray& album,
                     const QByteArray& year, const QByteArray& comment, uint8_t style, char pad = ' ') {
@@ -40,14 +43,8 @@ struct TagTest : ::testing::Test {
 
     QString Write(const QByteArray& bytes, const QString& name = QStringLiteral("song.mp3")) {
         const QString path = dir.path() + u'/' + name;
-        QFile f(path);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(bytes);
+        EXPECT_TRUE(WriteFileBytes(path, bytes));
         return path;
-    }
-    static QByteArray Read(const QString& path) {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
     }
 };
 
@@ -90,7 +87,7 @@ TEST_F(TagTest, ShortMissingOrOddlyNamedFilesAreNeitherReadNorWritten) {
 
     const QString small = Write(Audio(127));
     EXPECT_FALSE(WriteId3Tag(fs, small, tag, Id3NewTag::Append));
-    EXPECT_EQ(Read(small), Audio(127));
+    EXPECT_EQ(FileBytes(small), Audio(127));
     EXPECT_FALSE(WriteId3Tag(fs, gone, tag, Id3NewTag::AtLastByte));
     EXPECT_FALSE(QFile::exists(gone));
     EXPECT_FALSE(WriteId3Tag(fs, folder, tag, Id3NewTag::Append));
@@ -111,7 +108,7 @@ TEST_F(TagTest, ANewTagGoesOverTheLastByteForTheEditorAndBehindTheEndForTheBatch
             const QString path = Write(audio);
             ASSERT_TRUE(WriteId3Tag(fs, path, t, where));
             EXPECT_TRUE(t.HasMarker());
-            EXPECT_EQ(Read(path), before + TagBytes("Fresh", "", "", "0", "", 79));
+            EXPECT_EQ(FileBytes(path), before + TagBytes("Fresh", "", "", "0", "", 79));
             Id3TagRecord back;
             ASSERT_TRUE(ReadId3Tag(fs, path, back));
             EXPECT_EQ(back, t);
@@ -126,12 +123,12 @@ TEST_F(TagTest, ARecordWithTheMarkerIsWrittenOverTheOldTagWhateverTheCallersChoi
         ASSERT_TRUE(ReadId3Tag(fs, path, tag));
         tag.Artist = QStringLiteral("New artist");
         ASSERT_TRUE(WriteId3Tag(fs, path, tag, where));
-        EXPECT_EQ(Read(path), audio + TagBytes("Old", "New artist", "Old", "1970", "", 3));
+        EXPECT_EQ(FileBytes(path), audio + TagBytes("Old", "New artist", "Old", "1970", "", 3));
     }
     // A marker left from another song counts too: those 128 bytes are taken.
     const QString untagged = Write(audio);
     ASSERT_TRUE(WriteId3Tag(fs, untagged, tag, Id3NewTag::Append));
-    EXPECT_EQ(Read(untagged), audio.left(2000 - 128) + TagBytes("Old", "New artist", "Old", "1970", "", 3));
+    EXPECT_EQ(FileBytes(untagged), audio.left(2000 - 128) + TagBytes("Old", "New artist", "Old", "1970", "", 3));
 }
 
 TEST_F(TagTest, FieldsAreCutOrPaddedToTheirWidthAndHoldOnlyWindows1252) {
@@ -141,7 +138,7 @@ TEST_F(TagTest, FieldsAreCutOrPaddedToTheirWidthAndHoldOnlyWindows1252) {
     tag.Year = QStringLiteral("19999");
     const QString path = Write(Audio(200));
     ASSERT_TRUE(WriteId3Tag(fs, path, tag, Id3NewTag::Append));
-    EXPECT_EQ(Read(path).mid(200), TagBytes("123456789012345678901234567890", "Dvo?\xE1k \x96 ?", "", "1999",
+    EXPECT_EQ(FileBytes(path).mid(200), TagBytes("123456789012345678901234567890", "Dvo?\xE1k \x96 ?", "", "1999",
                                             "abcdefghijklmnopqrstuvwxyz1234", 0));
 }
 

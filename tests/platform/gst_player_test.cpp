@@ -7,11 +7,11 @@
 #include "platform/gst_player.h"
 #include "platform/runtime_error.h"
 #include "tests/support/audio_tools.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/errors.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -67,10 +67,8 @@ struct GstPlayerTest : ::testing::Test {
         return Path(name);
     }
     QString Write(const QString& name, const QByteArray& bytes) {
-        QFile f(Path(name));
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return f.fileName();
+        EXPECT_TRUE(testing::WriteFileBytes(Path(name), bytes));
+        return Path(name);
     }
 };
 
