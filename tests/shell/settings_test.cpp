@@ -19,7 +19,6 @@ namespace {
 
 int16_t I16(const QByteArray& b, int at) { return qFromLittleEndian<int16_t>(b.constData() + at); }
 int32_t I32(const QByteArray& b, int at) { return qFromLittleEndian<int32_t>(b.constData() + at); }
-double F64(const QByteArray& b, int at) { return qFromLittleEndian<double>(b.constData() + at); }
 
 QByteArray FileBytes(const QString& path) {
     QFile f(path);
@@ -32,21 +31,21 @@ void WriteBytes(const QString& path, const QByteArray& bytes) {
     f.write(bytes);
 }
 
+constexpr int T = 384;  // the byte after the third font name, when each is "Arial"
+
 TEST(SettingsRecord, FieldsSitAtTheirFileOffsets) {
     Settings s;
     s.SortAtStart = 0x0102;
-    s.SortAtStartName = QStringLiteral("Nothing");
-    s.WinampPath = QStringLiteral("W");
-    s.Spare3 = QStringLiteral("S3");
-    s.ExtraExtension1 = QStringLiteral("ogg");
-    s.ExtraExtension3 = QStringLiteral("flac");  // three bytes: "fla"
-    s.GridFontName = s.LyricsFontName = s.PrinterFontName = QStringLiteral("Arial");
+    s.SortAtStartName = "Nothing";
+    s.Spare3 = "S3";
+    s.ExtraExtension1 = "ogg";
+    s.ExtraExtension3 = "flac";  // three bytes: "fla"
+    s.GridFontName = s.LyricsFontName = s.PrinterFontName = "Arial";
     s.GridFontSize = 10.5;
     s.PrinterFontStrikeout = -1;
     s.PrintColumnWidth[11] = 12;
     s.Reserved1 = {'a', 'b', 'c', 'd'};
-    s.ArtistDirsPath = QStringLiteral("/a");
-    s.Spare6 = {'w', 'x', 'y', 'z'};
+    s.ArtistDirsPath = "/a";
     s.PrintColours[11].Spare = -2;
     s.DjVoice = 10;
 
@@ -54,27 +53,22 @@ TEST(SettingsRecord, FieldsSitAtTheirFileOffsets) {
     ASSERT_EQ(b.size(), 1128);
     EXPECT_EQ(I16(b, 0), 0x0102);
     EXPECT_EQ(b.mid(2, 10), "Nothing   ");
-    EXPECT_EQ(b.mid(36, 50), QByteArray("W").leftJustified(50, ' '));
     EXPECT_EQ(b.mid(286, 3), "S3 ");
     EXPECT_EQ(b.mid(354, 9), "ogg   fla");
     EXPECT_EQ(I16(b, 363), 5);
     EXPECT_EQ(b.mid(365, 5), "Arial");
-    const int T = 384;  // the byte after the third font name
-    EXPECT_EQ(F64(b, T), 10.5);
+    EXPECT_EQ(qFromLittleEndian<double>(b.constData() + T), 10.5);
     EXPECT_EQ(I16(b, T + 46), -1);
     EXPECT_EQ(I16(b, T + 162), 12);
     EXPECT_EQ(b.mid(T + 164, 12), "abcd        ");
     EXPECT_EQ(b.mid(T + 480, 2), "/a");
-    EXPECT_EQ(b.mid(T + 568, 4), "wxyz");
     EXPECT_EQ(I16(b, T + 666), -2);
     EXPECT_EQ(I16(b, T + 690), 10);
 
     // Only the font names move the rest: 1107 bytes, the names and their
     // three length words, which count bytes of the code page.
-    s.GridFontName = QStringLiteral("Courier New");
-    EXPECT_EQ(EncodeSettings(s).size(), 1134);
     s.GridFontName = s.PrinterFontName = QString();
-    s.LyricsFontName = QStringLiteral("Äpfel €字");
+    s.LyricsFontName = "Äpfel €字";
     const QByteArray n = EncodeSettings(s);
     EXPECT_EQ(n.size(), 1107 + 6 + 8);
     EXPECT_EQ(I16(n, 365), 8);
@@ -95,19 +89,16 @@ TEST(SettingsRecord, AnyFullRecordReadsAndWritesBackByteForByte) {
         for (int len : {int(rng() % 40), 0, int(rng() % 700)}) {
             char word[2];
             qToLittleEndian<uint16_t>(uint16_t(len), word);
-            bytes.append(word, 2);
-            bytes.append(random(len));
+            bytes.append(word, 2).append(random(len));
         }
         bytes.append(random(744));
-        Settings s;
+        // A longer file's old tail is no part of the record.
+        Settings s, t;
         ASSERT_TRUE(DecodeSettings(bytes, s));
         ASSERT_EQ(EncodeSettings(s), bytes) << "round " << round;
-        // A longer file's old tail is no part of the record.
-        Settings t;
         ASSERT_TRUE(DecodeSettings(bytes + random(50), t));
         ASSERT_EQ(EncodeSettings(t), bytes);
     }
-
     // A path longer than its field is cut; the cut path is what is read back.
     Settings s, back;
     s.LyricsPath = QString(60, u'x');
@@ -118,7 +109,7 @@ TEST(SettingsRecord, AnyFullRecordReadsAndWritesBackByteForByte) {
 struct SettingsFileTest : ::testing::Test {
     TestInstallation inst;
     Jukebox j{inst.tp.platform};
-    QString ini = inst.File(QStringLiteral("ZORjuke.ini"));
+    QString ini = inst.File("ZORjuke.ini");
     SettingsFileTest() { j.ProgramDir = inst.programDir; }
 };
 
@@ -126,45 +117,38 @@ struct SettingsFileTest : ::testing::Test {
 // field the bytes don't reach whole keeps what it held.
 TEST_F(SettingsFileTest, LoadTakesWhatTheFileHoldsAndKeepsTheRest) {
     Settings file = inst.ReadSettings();
-    file.WinampPath = QStringLiteral("/from/file");
-    file.MusicMatchPath = QStringLiteral("/also/from/file");
+    file.WinampPath = "/from/file";
+    file.MusicMatchPath = "/also/from/file";
     file.Language = 0;
     file.IntroSeconds = 33;
     inst.WriteSettings(file);
     ASSERT_TRUE(LoadSettings(j));
     EXPECT_EQ(EncodeSettings(j.settings), EncodeSettings(file));
     ApplyLanguageFlag(j);
-    EXPECT_EQ(j.Language, QStringLiteral("0"));
-    EXPECT_EQ(j.Lang(QStringLiteral("File"), QStringLiteral("Bestand")), QStringLiteral("Bestand"));
+    EXPECT_EQ(j.Lang("File", "Bestand"), "Bestand");
 
-    // Empty: the old font names are let go first, all else stays.
     Settings mine;
     ApplyFirstUseDefaults(mine, inst.home);
-    j.settings = mine;
-    WriteBytes(ini, QByteArray());
-    EXPECT_TRUE(LoadSettings(j));
-    EXPECT_TRUE(j.settings.GridFontName.isEmpty() && j.settings.LyricsFontName.isEmpty());
-    EXPECT_EQ(j.settings.Language, 1);
-
-    // Cut inside MusicMatchPath (86..135): a field is taken whole or not at all.
-    WriteBytes(ini, EncodeSettings(file).left(100));
-    j.settings = mine;
-    EXPECT_TRUE(LoadSettings(j));
-    EXPECT_EQ(j.settings.WinampPath.Trimmed(), QStringLiteral("/from/file"));
-    EXPECT_EQ(j.settings.MusicMatchPath, mine.MusicMatchPath);
-    EXPECT_EQ(j.settings.IntroSeconds, 0);
-
-    // A first font name claiming 65535 bytes in a file of 1128.
     QByteArray bad = EncodeSettings(file);
-    bad[363] = char(0xFF);
-    bad[364] = char(0xFF);
-    WriteBytes(ini, bad);
-    j.settings = mine;
-    EXPECT_TRUE(LoadSettings(j));
+    bad[363] = bad[364] = char(0xFF);  // a first font name claiming 65535 bytes
+    struct Damage {
+        const char* what;
+        QByteArray bytes;
+    };
+    for (const Damage& d : {Damage{"empty", {}}, Damage{"cut inside MusicMatchPath", EncodeSettings(file).left(100)},
+                            Damage{"font name too long", bad}}) {
+        SCOPED_TRACE(d.what);
+        WriteBytes(ini, d.bytes);
+        j.settings = mine;
+        EXPECT_TRUE(LoadSettings(j));
+        // The old font names are let go first; a field is taken whole or not at all.
+        EXPECT_TRUE(j.settings.GridFontName.isEmpty() && j.settings.LyricsFontName.isEmpty());
+        EXPECT_EQ(j.settings.WinampPath, d.bytes.size() >= 86 ? file.WinampPath : mine.WinampPath);
+        EXPECT_EQ(j.settings.MusicMatchPath, d.bytes.size() >= 136 ? file.MusicMatchPath : mine.MusicMatchPath);
+        EXPECT_EQ(j.settings.Language, 1);
+        EXPECT_FALSE(j.platform.files.IsHeldOpen(ini));
+    }
     EXPECT_EQ(j.settings.ExtraExtension1, file.ExtraExtension1);
-    EXPECT_TRUE(j.settings.GridFontName.isEmpty());
-    EXPECT_EQ(j.settings.Language, 1);
-    EXPECT_FALSE(j.platform.files.IsHeldOpen(ini));
 
     QFile::remove(ini);
     j.settings.IntroSeconds = 7;
@@ -174,13 +158,13 @@ TEST_F(SettingsFileTest, LoadTakesWhatTheFileHoldsAndKeepsTheRest) {
 
 TEST_F(SettingsFileTest, SavesNeverMakeTheFileAndNeverShortenIt) {
     j.settings = inst.ReadSettings();
-    j.settings.GridFontName = QStringLiteral("A font with a rather long name");
+    j.settings.GridFontName = "A font with a rather long name";
     SaveSettings(j);
     const qint64 longSize = QFile(ini).size();
     EXPECT_EQ(longSize, 1128 - 5 + 30);
 
     // Shorter names leave the old tail behind; the record still reads back.
-    j.settings.GridFontName = QStringLiteral("Arial");
+    j.settings.GridFontName = "Arial";
     j.settings.IntroSeconds = 12;
     SaveSettings(j);
     const QByteArray bytes = FileBytes(ini);
@@ -195,12 +179,10 @@ TEST_F(SettingsFileTest, SavesNeverMakeTheFileAndNeverShortenIt) {
     for (int c = 0; c < 13; ++c) grid[c] = 100 * c + 15, playlist[c] = 3000 - c;
     SaveAllSettings(j, grid, playlist);
     const QByteArray b = FileBytes(ini);
-    const int T = 384;
     for (int c = 0; c < 13; ++c) {
         EXPECT_EQ(I32(b, T + 60 + 4 * c), grid[c]);
         EXPECT_EQ(I32(b, T + 692 + 4 * c), playlist[c]);
     }
-    EXPECT_EQ(AuthorStampText().size(), 89);
     EXPECT_EQ(b.mid(T + 176, 50), cp1252::Encode(AuthorStampText().left(50)));
     EXPECT_EQ(I16(b, T + 226), 1);  // the field after the stamp is untouched
 
@@ -210,34 +192,23 @@ TEST_F(SettingsFileTest, SavesNeverMakeTheFileAndNeverShortenIt) {
     EXPECT_FALSE(QFile::exists(ini));
 }
 
+// The defaults button leaves the print layout and fonts to other screens;
+// first use keeps the fields it has no default for.
 TEST(SettingsDefaults, FirstUseAndTheDefaultsButtonDifferWhereIntended) {
     Settings s;
     s.ShowFirst = 9;
-    s.IntroSeconds = 9;
-    s.Spare2 = QStringLiteral("junk");
-    ApplyFirstUseDefaults(s, QStringLiteral("/h"));
-    EXPECT_EQ(s.ArtistSongSwap, 1);
-    EXPECT_EQ(s.PlayerChoice, 0);
-    EXPECT_EQ(s.FastPc, 0);
-    EXPECT_EQ(s.LyricsFontColour, 0x00FFFF);  // yellow as 0x00BBGGRR
-    EXPECT_EQ(s.MusicMatchPath.Trimmed(), QStringLiteral("/h/Program Files/MusicMatch Jukebox 3/MMJB.exe"));
-    EXPECT_EQ(s.LyricsPath.Trimmed(), QStringLiteral("/h/Lyrics"));
-    EXPECT_EQ(s.PicturesPath.Trimmed(), QStringLiteral("/h/Pictures"));
+    s.Spare2 = "junk";
+    ApplyFirstUseDefaults(s, "/h");
+    EXPECT_EQ(s.ShowFirst, 9);
     EXPECT_EQ(s.Spare2.Trimmed(), QString());
-    EXPECT_EQ(s.ShowFirst, 9);  // fields without a first-use default keep their value
-    EXPECT_EQ(s.IntroSeconds, 9);
-
+    EXPECT_EQ(s.PicturesPath.Trimmed(), "/h/Pictures");
     s.PrintTotalWidth = 60;
-    ApplyCommand2Defaults(s, QStringLiteral("/h"));
-    EXPECT_EQ(s.ArtistSongSwap, 0);
-    EXPECT_EQ(s.PlayerChoice, 4);
-    EXPECT_EQ(s.FastPc, 1);
+    ApplyCommand2Defaults(s, "/h");
     EXPECT_EQ(s.ShowFirst, 0);
-    EXPECT_EQ(s.IntroSeconds, 10);
-    EXPECT_EQ(s.MediaPlayerPath.Trimmed(), QStringLiteral("/h/Windows/Mplayer.exe"));
-    EXPECT_EQ(s.PicturesPath.Trimmed(), QStringLiteral("/h/Artists"));
-    EXPECT_EQ(s.PrintTotalWidth, 60);  // print layout and fonts belong to other screens
-    EXPECT_EQ(s.GridFontName, QStringLiteral("Arial"));
+    EXPECT_EQ(s.PicturesPath.Trimmed(), "/h/Artists");
+    EXPECT_EQ(s.MusicMatchPath.Trimmed(), "/h/Program Files/MusicMatch Jukebox 3/MMJB.exe");
+    EXPECT_EQ(s.PrintTotalWidth, 60);
+    EXPECT_EQ(s.GridFontName, "Arial");
 }
 
 }  // namespace
