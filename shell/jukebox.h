@@ -98,6 +98,7 @@ struct Jukebox {
     int16_t ScrollHold = 0;      // the user has taken the lyrics over
     int16_t LyricsEditing = 0;   // a lyrics text is being made: no companion shows
     int16_t MixerOpen = 0;       // the mixer is open: no picture shows
+    int16_t FreeSpeechEnabled = 0;  // spoken commands steer the jukebox
     int16_t PictureNumber = 0;   // the artist's next picture in the plain turn
     int16_t PictureMissing = 0;  // the last cover or back had no file
     int16_t TrueSizePicture = 0;
@@ -136,6 +137,12 @@ struct Jukebox {
     std::function<void(SongGrid& grid)> StartExternalPlayer;
     // Drives Music Central alongside the song (Settings.MusicCentral).
     std::function<void(SongGrid& grid)> DriveMusicCentral;
+    // Loads the grid's current row into the mixer's selected channel and
+    // brings the mixer up; BringUpMixer only brings it up.
+    std::function<void(SongGrid& grid)> LoadRowIntoMixer;
+    std::function<void()> BringUpMixer;
+    // Hides the find window, which would otherwise cover the lyrics.
+    std::function<void()> HideFindWindow;
 
     // Chooses a text when it is shown: Dutch for Language "0", else English.
     QString Lang(const QString& english, const QString& dutch) const {

@@ -222,8 +222,7 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     f.ShowCount(RecordLabel(j), grid.Row());
 
     grid.SetCol(6);
-    SongAnalysisRequest request;
-    request.ShowSongInfoLine = true;
+    const SongAnalysisRequest request = SongStartRequest();
     const Mp3Analysis analysis = catalogue ? AnalyseGridSong(f, request) : AnalysePlaylistSong(f, request);
     if (analysis.SongFileMissing) {
         // The analyser has told the catalogue's user; the playlist moves on.
@@ -292,8 +291,13 @@ void DoubleClickCatalogueGrid(Form1& f) {
         j.PlayStopped = 1;
     }
     HideLyricsAndPicture(f);
-    // The mixer, when open, takes the row instead; it sets MixerOpen.
-    if (j.MixerOpen == 1) return;
+    // A double click of the user's own ends steering by voice.
+    j.FreeSpeechEnabled = 0;
+    if (j.MixerOpen == 1) {
+        if (j.LoadRowIntoMixer) j.LoadRowIntoMixer(f.MFGrid1);
+        return;
+    }
+    if (j.HideFindWindow) j.HideFindWindow();
     PlayDatabaseRow(f);
 }
 

@@ -88,7 +88,10 @@ void PlaylistNext(Form1& f) { Transport(f, 3); }
 void ClickPlaylistGrid(Form1& f) {
     Jukebox& j = f.j;
     // With the mixer open the click belongs to the mixer's window.
-    if (j.MixerOpen == 1) return;
+    if (j.MixerOpen == 1) {
+        if (j.BringUpMixer) j.BringUpMixer();
+        return;
+    }
     // The song is cut; its end moves on to the clicked row.
     j.Mp3Info.DurationSeconds = 2;
     j.PlaylistActive = 1;
@@ -103,7 +106,10 @@ void DoubleClickPlaylistGrid(Form1& f) {
     j.PlaylistPosition = 1;
     j.ScrollHold = 0;
     // With the mixer open the row goes to the mixer's channel instead.
-    if (j.MixerOpen == 1) return;
+    if (j.MixerOpen == 1) {
+        if (j.LoadRowIntoMixer) j.LoadRowIntoMixer(f.MFgrid2);
+        return;
+    }
     RunPlaylist(f);
 }
 

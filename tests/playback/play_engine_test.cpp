@@ -292,6 +292,25 @@ TEST_F(PlayEngineTest, ADoubleClickDuringASongPlaysOnTopAndBothEnd) {
     EXPECT_FALSE(f().Timer3->isActive());
 }
 
+TEST_F(PlayEngineTest, ADoubleClickEndsVoiceSteeringAndGoesToTheMixerWhenOpen) {
+    Start();
+    QStringList calls;
+    j().HideFindWindow = [&] { calls << QStringLiteral("find hidden"); };
+    j().LoadRowIntoMixer = [&](SongGrid& g) { calls << QStringLiteral("mixer row %1").arg(g.Row()); };
+    j().FreeSpeechEnabled = 1;
+    j().MixerOpen = 1;
+    DoubleClick(1);
+    EXPECT_EQ(calls, QStringList{QStringLiteral("mixer row 1")});
+    EXPECT_EQ(j().FreeSpeechEnabled, 0);
+    EXPECT_EQ(LogLines("Tune"), 0);  // the mixer took it: nothing played
+
+    calls.clear();
+    j().MixerOpen = 0;
+    DoubleClick(1);
+    EXPECT_EQ(calls, QStringList{QStringLiteral("find hidden")});
+    EXPECT_EQ(LogLines("Tune"), 1);
+}
+
 TEST_F(PlayEngineTest, TheDelayedStartPlaysAtItsSecondTickAndStopsAtTwenty) {
     Start([](Settings& s) { s.FastPc = 0; });
     f().MFGrid1.SetRow(1);
