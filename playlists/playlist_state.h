@@ -12,9 +12,6 @@ namespace zor {
 struct PlaylistState {
     RandomCounters random;
     vb::Random generator;
-    // How many playlist loops run inside one another; a click that starts
-    // the list again runs its loop on top of the one already going.
-    int runDepth = 0;
     // The transport buttons' enabled states before the playlist turned them.
     bool turned = false;
     bool backEnabled = true, repeatEnabled = true, nextEnabled = true;

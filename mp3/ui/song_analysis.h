@@ -20,6 +20,14 @@ struct SongAnalysisRequest {
     QString SongPathOverride = QStringLiteral("XXX");
 };
 
+// The flags of a song starting to play. The M3U writer calls the analyser
+// with them too, as the last play left them.
+inline SongAnalysisRequest SongStartRequest() {
+    SongAnalysisRequest request;
+    request.ShowSongInfoLine = true;
+    return request;
+}
+
 // The play engine, the inventories and the playlist tools on MFGrid1, and
 // the play engine on MFgrid2. With ShowSongInfoLine, a successful analysis
 // reads the title and artist of the current row, leaves the grid on column

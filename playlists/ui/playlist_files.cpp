@@ -231,7 +231,7 @@ void WriteM3u(Form1& f) {
             const QString path = list.Text();
             // The analyser looks at MFGrid1's current cell, not at this row:
             // the seconds are whatever it leaves, which players shrug off.
-            AnalyseGridSong(f, SongAnalysisRequest{});
+            AnalyseGridSong(f, SongStartRequest());
             list.SetCol(1);
             out = M3uEntry(j.Mp3Info.DurationSeconds, list.Text(), path);
             file.Put(at, out);

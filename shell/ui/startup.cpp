@@ -6,6 +6,7 @@
 #include "platform/paths.h"
 #include "platform/runtime_error.h"
 #include "playback/play_log.h"
+#include "playlists/ui/playlist_mode.h"
 #include "shell/settings_file.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/path_selector.h"
@@ -351,6 +352,8 @@ void ToggleDirectHelp(Form1& f) {
     j.DirectHelp = !j.DirectHelp;
     f.DHelp1->setChecked(j.DirectHelp);
     SetLanguageCaptions(f);
+    // The captions bring the catalogue's tips; the playlist keeps its own.
+    if (f.playlist.turned) TurnControlsToPlaylist(f);
 }
 
 void SaveAllSettingsFromForm(Form1& f) {

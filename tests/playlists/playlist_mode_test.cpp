@@ -177,6 +177,11 @@ TEST_F(PlaylistModeTest, ShowingThePlaylistCopiesTheMarksInTheirOrderAndTurnsThe
     EXPECT_TRUE(f().Command8->isEnabled());
     EXPECT_EQ(f().Command7->toolTip(), QStringLiteral("Press this button to go back to normal operation of the Database!"));
     EXPECT_EQ(Action("SelArt1")->text(), QStringLiteral("Play all songs by this artist at random"));
+    // Direct help off and on again brings the playlist's tips, not the catalogue's.
+    h.Click("DHelp1");
+    EXPECT_EQ(f().Command7->toolTip(), QString());
+    h.Click("DHelp1");
+    EXPECT_EQ(f().Command7->toolTip(), QStringLiteral("Press this button to go back to normal operation of the Database!"));
     EXPECT_EQ(f().Text1->text(), QStringLiteral("Playlist has been made."));
     EXPECT_EQ(f().Text2->text(), QStringLiteral("3"));
     EXPECT_EQ(j().PlayStopped, 1);
@@ -382,12 +387,33 @@ TEST_F(RunPlaylistTest, AClickOnARowCutsTheSongAndPlaysThatRowNext) {
     EXPECT_EQ(PlayedRows(), (QList<int>{1, 4}));
 }
 
-TEST_F(RunPlaylistTest, ADoubleClickOnRowFivePlaysRowOne) {
+TEST_F(RunPlaylistTest, ADoubleClickOnRowFivePlaysRowOneUnlessTheMixerTakesTheRow) {
     MakeList(5);
-    StopAt(1);
+    QStringList mixer;
+    j().LoadRowIntoMixer = [&](SongGrid& g) { mixer << QStringLiteral("load %1").arg(g.Row()); };
+    j().BringUpMixer = [&] { mixer << QStringLiteral("up"); };
+    j().MixerOpen = 1;
     f().MFgrid2.SetRow(5);
     emit f().MFgrid2View->DblClick();
+    ClickPlaylistGrid(f());
+    EXPECT_EQ(mixer, (QStringList{QStringLiteral("load 5"), QStringLiteral("up")}));
+    EXPECT_TRUE(played.isEmpty());
+
+    j().MixerOpen = 0;
+    StopAt(1);
+    emit f().MFgrid2View->DblClick();
     EXPECT_EQ(PlayedRows(), (QList<int>{1}));
+}
+
+TEST_F(RunPlaylistTest, EscCutsOnlyTheSongThatPlaysAndTheListGoesOn) {
+    MakeList(3);
+    onSong[1] = [this] { QTest::keyClick(&f(), Qt::Key_Escape); };
+    StopAt(3);
+    const double start = h.inst.tp.clock.timer;
+    h.Click("Command9");
+    EXPECT_EQ(PlayedRows(), (QList<int>{1, 2, 3}));
+    EXPECT_LT(h.inst.tp.clock.timer - start, 65 + 10);  // the first song was cut
+    EXPECT_EQ(h.inst.tp.process.ends, 0);
 }
 
 TEST_F(RunPlaylistTest, ALoopStartedInsideAnotherEndsItWhenStopped) {
