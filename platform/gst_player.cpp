@@ -37,7 +37,7 @@ double Seconds(gint64 nanoseconds) { return double(nanoseconds) / double(GST_SEC
 
 QString SinkDescription() {
     const bool fake = qgetenv("ZOR_AUDIO_SINK") == "fake";
-    return QStringLiteral("audioconvert ! audiopanorama method=simple name=balance ! %1")
+    return QStringLiteral("audioconvert ! audiopanorama method=simple name=balance ! %1 name=out")
         .arg(fake ? QStringLiteral("fakesink sync=true") : QStringLiteral("autoaudiosink"));
 }
 
@@ -76,6 +76,14 @@ struct GstPlayer::Bus {
         static_cast<GstPlayer*>(self)->HandleMessage(message);
         return G_SOURCE_CONTINUE;
     }
+    // Runs in the streaming thread for every buffer at the sink; the hook
+    // only for the first of each file.
+    static GstPadProbeReturn FirstBuffer(GstPad*, GstPadProbeInfo*, gpointer self) {
+        auto* player = static_cast<GstPlayer*>(self);
+        const unsigned generation = player->generation_.load();
+        if (player->firstBufferGeneration_.exchange(generation) != generation) player->firstBufferHook_();
+        return GST_PAD_PROBE_OK;
+    }
 };
 
 GstPlayer::GstPlayer(FileSystem& files) : files_(files) {
@@ -92,6 +100,10 @@ GstPlayer::GstPlayer(FileSystem& files) : files_(files) {
         return;
     }
     panorama_ = gst_bin_get_by_name(GST_BIN(sink), "balance");
+    if (GstElement* out = gst_bin_get_by_name(GST_BIN(sink), "out")) {
+        sinkPad_ = gst_element_get_static_pad(out, "sink");
+        gst_object_unref(out);
+    }
     g_object_set(pipeline_, "audio-sink", sink, "flags", kPlayFlagAudio | kPlayFlagSoftVolume, nullptr);
     bus_ = gst_element_get_bus(pipeline_);
     gst_bus_set_sync_handler(bus_, &Bus::Tag, this, nullptr);
@@ -105,7 +117,14 @@ GstPlayer::~GstPlayer() {
     gst_bus_set_sync_handler(bus_, nullptr, nullptr, nullptr);
     gst_object_unref(bus_);
     if (panorama_) gst_object_unref(panorama_);
+    if (sinkPad_) gst_object_unref(sinkPad_);
     gst_object_unref(pipeline_);
+}
+
+void GstPlayer::SetFirstBufferHook(std::function<void()> hook) {
+    if (!sinkPad_ || !hook || firstBufferHook_) return;
+    firstBufferHook_ = std::move(hook);
+    gst_pad_add_probe(sinkPad_, GST_PAD_PROBE_TYPE_BUFFER, &Bus::FirstBuffer, this, nullptr);
 }
 
 // Back to NULL, which closes the file; whatever the old file still has on

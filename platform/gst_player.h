@@ -15,10 +15,12 @@
 #include "platform/services.h"
 
 #include <atomic>
+#include <functional>
 
 typedef struct _GstElement GstElement;
 typedef struct _GstBus GstBus;
 typedef struct _GstMessage GstMessage;
+typedef struct _GstPad GstPad;
 
 namespace zor {
 
@@ -55,8 +57,16 @@ public:
     // What GStreamer said of the last failure, for diagnostics.
     QString ErrorText() const { return errorText_; }
 
+    // For measuring the start of a song: `hook` runs when the first buffer
+    // of each opened file reaches the sink element's pad (for a synced sink
+    // that is the preroll, just before Open starts it playing). It runs on
+    // GStreamer's streaming thread, so it must only note the moment. Set it
+    // once, before an Open; until it is set there is no probe on the pad and
+    // the player pays nothing for it.
+    void SetFirstBufferHook(std::function<void()> hook);
+
 private:
-    struct Bus;  // the bus callbacks
+    struct Bus;  // the bus callbacks and the first-buffer probe
     void Unload();
     bool WaitForPreroll();
     void Fail(const QString& text);
@@ -69,6 +79,9 @@ private:
     GstElement* pipeline_ = nullptr;
     GstElement* panorama_ = nullptr;
     GstBus* bus_ = nullptr;
+    GstPad* sinkPad_ = nullptr;  // the sink element's, for the first-buffer hook
+    std::function<void()> firstBufferHook_;
+    std::atomic<unsigned> firstBufferGeneration_{0};  // the file whose first buffer was seen
     FileHold hold_;
     QString fileName_;
     std::atomic<unsigned> generation_{1};
