@@ -118,13 +118,11 @@ TEST(StartUp, ALanguageSavedAndReloadedCarriesIntoTheNextRun) {
     h.Click("Sett3");
     h.j().LanguageChanged = 1;
     h.j().ReloadMainWindow();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the old window, before its App goes
     EXPECT_EQ(h.inst.tp.process.ends, 0);
     EXPECT_EQ(h.form().File->title(), "&Bestand");
     h.Click("Exit1");
     EXPECT_EQ(h.inst.tp.process.ends, 1);
 
-    h.app.reset();
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.j().Language, "0");
     EXPECT_EQ(h.j().SortAtStartCopy, 3);

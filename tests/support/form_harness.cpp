@@ -14,10 +14,18 @@ void FormHarness::Tick(int n) {
     for (int i = 0; i < n; ++i) Timer1Tick(form());
 }
 
-FormHarness::~FormHarness() {
+bool FormHarness::Start() {
+    Stop();
+    app = std::make_unique<App>(inst.tp.platform);
+    return app->Start();
+}
+
+void FormHarness::Stop() {
     app.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+FormHarness::~FormHarness() { Stop(); }
 
 void FormHarness::Click(const char* name) {
     const QString n = QString::fromLatin1(name);

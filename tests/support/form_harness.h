@@ -17,11 +17,10 @@ struct FormHarness {
     // the installation and the doubles it uses are still there.
     ~FormHarness();
 
-    // Runs Form1's Load; returns its outcome.
-    bool Start() {
-        app = std::make_unique<App>(inst.tp.platform);
-        return app->Start();
-    }
+    // Runs Form1's Load; returns its outcome. A second Start is a restart:
+    // the old program and any window its reloads left go first.
+    bool Start();
+    void Stop();
     Form1& form() { return *app->MainWindow(); }
     Jukebox& j() { return app->j; }
     FakeMessageBoxes& boxes() { return inst.tp.messages; }
