@@ -16,6 +16,9 @@ struct Result {
     double floorSeconds;
     double target;  // the largest acceptable ratio, 0 for none
     double targetSeconds = 0;  // the largest acceptable time, 0 for none
+    // The measurement is processor time: seconds, floorSeconds and
+    // targetSeconds hold percentages of one core instead of seconds.
+    bool percent = false;
 };
 
 struct Timed {

@@ -56,10 +56,13 @@ int main(int argc, char** argv) {
         if (!wanted.isEmpty() && !wanted.contains(QString::fromLatin1(c.name))) continue;
         for (const auto& r : c.run()) {
             const double ratio = r.floorSeconds > 0 ? r.seconds / r.floorSeconds : 0;
-            out << "| " << r.name << " | " << QString::number(r.seconds, 'f', 3) << " | " << r.floorName << " | "
-                << QString::number(r.floorSeconds, 'f', 3) << " | " << QString::number(ratio, 'f', 2) << " | "
+            const auto figure = [&](double v) {
+                return r.percent ? QString::number(v, 'f', 2) + QStringLiteral(" %") : QString::number(v, 'f', 3);
+            };
+            out << "| " << r.name << " | " << figure(r.seconds) << " | " << r.floorName << " | "
+                << figure(r.floorSeconds) << " | " << QString::number(ratio, 'f', 2) << " | "
                 << (r.target > 0            ? QStringLiteral("≤ %1").arg(r.target)
-                    : r.targetSeconds > 0 ? QStringLiteral("≤ %1 s").arg(r.targetSeconds)
+                    : r.targetSeconds > 0 ? QStringLiteral("≤ %1 %2").arg(r.targetSeconds).arg(r.percent ? QStringLiteral("%") : QStringLiteral("s"))
                                           : QStringLiteral("-"))
                 << " |\n";
             out.flush();
