@@ -4,6 +4,7 @@
 #include "playback/log_view.h"
 #include "playback/play_log.h"
 #include "playback/ui/form24.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/form_harness.h"
 
 #include <QCoreApplication>
@@ -27,11 +28,7 @@ QByteArray SongLines(int from, int to) {
 }
 
 TEST(LogView, LinesRoundHalvesToEvenAndReadsPastTheEndRepeatTheBuffer) {
-    EXPECT_EQ(LogLineCount(40), 0);
-    EXPECT_EQ(LogLineCount(41), 1);
-    EXPECT_EQ(LogLineCount(120), 2);
-    EXPECT_EQ(LogLineCount(200), 2);
-    EXPECT_EQ(LogLineCount(80 * 32000 - 40), 32000);
+    for (auto [bytes, lines] : {std::pair{40, 0}, {41, 1}, {120, 2}, {200, 2}}) EXPECT_EQ(LogLineCount(bytes), lines) << bytes;
 
     QByteArray buffer;
     EXPECT_EQ(BuildLogPage(SongLines(1, 30).left(23 * 80), buffer), SongLines(1, 23));
@@ -66,11 +63,11 @@ TEST(LogColumns, TimeAndDateFitTwelveAndTenColumnsInTheLogsCodePage) {
 struct LogViewerTest : ::testing::Test {
     FormHarness h;
     QString log() { return h.inst.File(QStringLiteral("ZORjuke.log")); }
-    void WriteLog(const QByteArray& bytes, qint64 size = -1) {
-        QFile f(log());
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        ASSERT_EQ(f.write(bytes), bytes.size());
-        if (size >= 0) ASSERT_TRUE(f.resize(size));  // sparse: nothing written
+    void WriteLog(const QByteArray& bytes) { ASSERT_TRUE(WriteFileBytes(log(), bytes)); }
+    // A log of `size` bytes with nothing written: sparse, so a full log costs no disk.
+    void WriteEmptyLog(qint64 size) {
+        WriteLog({});
+        ASSERT_TRUE(QFile(log()).resize(size));
     }
     Form24* Open() {
         h.Click("Slog1");
@@ -101,11 +98,7 @@ TEST_F(LogViewerTest, TheScrollBarWalksThePagesReadAnewFromTheFile) {
     EXPECT_EQ(lines[22], LineText(50));
 
     // Lines written while the window is open are there at the next page.
-    {
-        QFile f(log());
-        ASSERT_TRUE(f.open(QIODevice::Append));
-        f.write(SongLines(51, 52));
-    }
+    WriteLog(SongLines(1, 52));
     v->VScroll1->setValue(41);
     EXPECT_EQ(Lines(v)[10], LineText(52));
 
@@ -136,7 +129,7 @@ TEST_F(LogViewerTest, AMissingFullOrVanishingLogIsToldNeverCrashes) {
     Close(v);
     EXPECT_TRUE(h.boxes().shown.empty());
 
-    WriteLog({}, 80 * 32000 - 40);  // 31999.5 lines, to the even 32000
+    WriteEmptyLog(80 * 32000 - 40);  // 31999.5 lines, to the even 32000
     v = Open();
     ASSERT_EQ(h.boxes().shown.size(), 1u);
     EXPECT_EQ(h.boxes().shown[0].flags, vbCritical + vbOKOnly);
@@ -150,7 +143,7 @@ TEST_F(LogViewerTest, AMissingFullOrVanishingLogIsToldNeverCrashes) {
     EXPECT_EQ(h.boxes().shown[1].text,
               QStringLiteral("ATTENTION!\n\nThe LOG file is full!  \n\nPlease move or delete the ZORjuke.log file  \n"
                              "in order for the ZOR JUKEBOX to create a new log file.  \n"));
-    WriteLog({}, 80 * 32000 - 41);
+    WriteEmptyLog(80 * 32000 - 41);
     EXPECT_EQ(Open()->VScroll1->maximum(), 32000);
     EXPECT_EQ(h.boxes().shown.size(), 2u);
 

@@ -7,14 +7,14 @@
 #include "platform/system_services.h"
 #include "playback/play_engine.h"
 #include "playback/ui/play_ops.h"
+#include "tests/support/audio_tools.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/form_harness.h"
+#include "tests/support/song_bytes.h"
 
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QProgressBar>
-#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -23,15 +23,13 @@
 namespace zor::testing {
 namespace {
 
-TEST(PlayEngineTexts, CountdownPathIntervalScrollAndPulse) {
-    EXPECT_EQ(CountdownText(65), QStringLiteral("1:05"));
+TEST(PlayEngineTexts, TheBoundariesOfTheCountdownPathScrollPulseAndWait) {
     EXPECT_EQ(CountdownText(600), QStringLiteral("10:00"));
     EXPECT_EQ(CountdownText(0), QStringLiteral("0:00"));
     EXPECT_EQ(SplitSongPath(QStringLiteral("/m/a b.mp3")).directory, QStringLiteral("/m/"));
     EXPECT_EQ(SplitSongPath(QStringLiteral("/m/a b.mp3")).fileName, QStringLiteral("a b.mp3"));
     EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).directory, QString());
     EXPECT_EQ(PictureIntervalMs(0), 6000);
-    EXPECT_EQ(PictureIntervalMs(4), 2000);
     EXPECT_DOUBLE_EQ(LyricsScrollTarget(50, 100, 20), 14);
     EXPECT_DOUBLE_EQ(LyricsScrollTarget(5, 0, 20), 0);  // no length, no scroll, no division
     EXPECT_EQ(NextTitlePulse(20, 1), -1);
@@ -39,13 +37,6 @@ TEST(PlayEngineTexts, CountdownPathIntervalScrollAndPulse) {
     EXPECT_EQ(NextTitlePulse(15, -1), -1);
     EXPECT_EQ(MsToNextSecond(100.0), 1005);
     EXPECT_EQ(MsToNextSecond(100.75), 255);
-}
-
-// 65 seconds at 96 kbit/s by the analyser's reckoning.
-QByteArray Song96() {
-    QByteArray b = QByteArray::fromHex("fffb7000");
-    b.append(65 * 12000 - b.size(), '\0');
-    return b;
 }
 
 struct PlayEngineTest : ::testing::Test {
@@ -58,14 +49,9 @@ struct PlayEngineTest : ::testing::Test {
     void Start(std::function<void(Settings&)> edit = {}) {
         song = h.inst.home + QStringLiteral("/Band - Tune.mp3");
         missing = h.inst.home + QStringLiteral("/gone.mp3");
-        QFile file(song);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(Song96());
-        file.close();
-        SongFields a, b;
-        a[0] = QStringLiteral("Tune"), a[1] = QStringLiteral("Band"), a[3] = QStringLiteral("1999"), a[5] = song;
-        b[0] = QStringLiteral("Other"), b[1] = QStringLiteral("Nobody"), b[5] = missing;
-        TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), {a, b});
+        ASSERT_TRUE(WriteFileBytes(song, SilentSong96(65)));
+        TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")),
+                                   {{"Tune", "Band", "", "1999", "", song}, {"Other", "Nobody", "", "", "", missing}});
         h.inst.EditSettings([&](Settings& s) {
             s.SortAtStart = 0;
             s.PlayerChoice = 4;
@@ -91,14 +77,12 @@ struct PlayEngineTest : ::testing::Test {
         DoubleClickCatalogueGrid(f());
     }
     int LogLines(const char* title) {
-        QFile log(h.inst.File(QStringLiteral("ZORjuke.log")));
-        if (!log.open(QIODevice::ReadOnly)) return 0;
-        return int(log.readAll().count(QByteArray(title).leftJustified(30, ' ')));
+        return int(FileBytes(h.inst.File(QStringLiteral("ZORjuke.log"))).count(QByteArray(title).leftJustified(30, ' ')));
     }
     bool Shown(const QString& text) const { return lines.contains(text); }
 };
 
-TEST_F(PlayEngineTest, ASongPlaysToItsEndCountingDownAndIsLogged) {
+TEST_F(PlayEngineTest, ASongPlaysToItsEndCountingDownAndIsLoggedAndAMissingOneIsOnlyLogged) {
     Start();
     DoubleClick(1);
     EXPECT_NEAR(Second(), 65, 2);
@@ -120,9 +104,15 @@ TEST_F(PlayEngineTest, ASongPlaysToItsEndCountingDownAndIsLogged) {
     EXPECT_EQ(f().Text8->text(), QStringLiteral("00:00"));
     EXPECT_FALSE(f().Timer3->isActive());
     EXPECT_FALSE(f().Text4->isHidden());
+
+    DoubleClick(2);
+    EXPECT_EQ(LogLines("Other"), 1);
+    EXPECT_EQ(j().PlayStopped, 1);
+    EXPECT_TRUE(player().calls.filter(QStringLiteral("gone")).isEmpty());
+    EXPECT_TRUE(f().MFGrid1.Redraw());
 }
 
-TEST_F(PlayEngineTest, APausePushesTheEndOutAndACutShortSongEnds) {
+TEST_F(PlayEngineTest, APausePushesTheEndOutAndAnIntroOrACutShortSongEndsEarly) {
     Start();
     during = [this](double s) {
         if (s >= 10 && player().PlayState() == mpPlaying && player().calls.count(QStringLiteral("Pause")) == 0) player().Pause();
@@ -141,19 +131,18 @@ TEST_F(PlayEngineTest, APausePushesTheEndOutAndACutShortSongEnds) {
     EXPECT_NEAR(Second(), 11, 1.5);
     EXPECT_EQ(player().PlayState(), mpPlaying);
     EXPECT_EQ(LogLines("Tune"), 2);
-}
 
-TEST_F(PlayEngineTest, AnIntroEndsAfterItsSecondsShowingItsLength) {
-    Start([](Settings& s) { s.IntroSeconds = 15; });
+    during = nullptr;
+    j().settings.IntroSeconds = 15;
+    j().IntroOnly = 1;
     f().MFGrid1.SetRow(1);
     startTimer = h.inst.tp.clock.timer;
-    j().IntroOnly = 1;
     PlayGridRow(f(), f().MFGrid1);
     EXPECT_NEAR(Second(), 15, 1.5);
     EXPECT_TRUE(Shown(QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05 INTRO'S, 15 sec.")));
 }
 
-TEST_F(PlayEngineTest, WithoutFastPcTheCatalogueSongIsLeftToThePlayer) {
+TEST_F(PlayEngineTest, WithoutFastPcTheSongIsLeftToThePlayerAndTheDelayedStartPlaysAtItsSecondTick) {
     Start([](Settings& s) { s.FastPc = 0; });
     DoubleClick(1);
     EXPECT_EQ(Second(), 0);
@@ -166,6 +155,16 @@ TEST_F(PlayEngineTest, WithoutFastPcTheCatalogueSongIsLeftToThePlayer) {
     h.inst.tp.clock.Advance(66);
     EXPECT_EQ(j().PlayStopped, 1);
     EXPECT_EQ(f().Text1->text(), QStringLiteral("Playing of song stopped."));
+
+    player().calls.clear();
+    j().DelayTicks = 0;
+    f().Timer4->start();
+    Timer4Tick(f());
+    EXPECT_TRUE(player().calls.isEmpty());
+    Timer4Tick(f());
+    EXPECT_EQ(player().calls.value(0), QStringLiteral("Open ") + song);
+    for (int i = 0; i < 18; ++i) Timer4Tick(f());
+    EXPECT_FALSE(f().Timer4->isActive());  // it stops at twenty
 }
 
 TEST_F(PlayEngineTest, APlayerErrorAsksWhetherToRepairAndYesTriesAgain) {
@@ -193,19 +192,9 @@ TEST_F(PlayEngineTest, APlayerErrorAsksWhetherToRepairAndYesTriesAgain) {
     // In the playlist the loop moves on without a question.
     j().PlaylistActive = 1;
     h.boxes().shown.clear();
-    f().MFGrid1.SetRow(1);
     PlayGridRow(f(), f().MFGrid1);
     EXPECT_TRUE(h.boxes().shown.empty());
     EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
-}
-
-TEST_F(PlayEngineTest, AMissingSongIsLoggedButNeverReachesThePlayer) {
-    Start();
-    DoubleClick(2);
-    EXPECT_EQ(LogLines("Other"), 1);
-    EXPECT_EQ(j().PlayStopped, 1);
-    EXPECT_TRUE(player().calls.filter(QStringLiteral("gone")).isEmpty());
-    EXPECT_TRUE(f().MFGrid1.Redraw());
 }
 
 TEST_F(PlayEngineTest, HaltAndEscStopTheSongAndEscWhenStoppedEndsTheProgram) {
@@ -233,17 +222,15 @@ TEST_F(PlayEngineTest, HaltAndEscStopTheSongAndEscWhenStoppedEndsTheProgram) {
     EXPECT_EQ(LogLines("ZOR JUKEBOX STOP."), 1);
 }
 
-TEST_F(PlayEngineTest, PlayerEventsSayWhatHappenedInBothLanguages) {
+TEST_F(PlayEngineTest, PlayerEventsSayWhatHappenedInBothLanguagesAndTheListCountsOnAStop) {
     Start();
     j().SongInfoLine = QStringLiteral("> line");
     j().Mp3Info.DurationSeconds = 40;
     j().PlayStopped = 0;
     j().PlaylistActive = 1;
-    PlayerStateChanged(f(), mpStopped);  // the playlist counts on
+    PlayerStateChanged(f(), mpStopped);
     EXPECT_EQ(j().PlayStopped, 0);
     EXPECT_EQ(j().Mp3Info.DurationSeconds, 40);
-    PlayerStateChanged(f(), mpPaused);
-    EXPECT_EQ(f().Text1->text(), QStringLiteral("Playing of song pauzed."));
     PlayerStateChanged(f(), mpPlaying);
     EXPECT_EQ(f().Text1->text(), QStringLiteral("> line"));
     j().PlaylistActive = 0;
@@ -264,10 +251,9 @@ TEST_F(PlayEngineTest, PicturesTurnWhileTenSecondsRemainAndStopBelow) {
     j().Mp3Info.DurationSeconds = 30;
     j().PictureTurn = 0;
     f().Timer3->setInterval(7000);
-    const int turns[] = {1, 2, 0, 1};
-    for (int t : turns) {
+    for (int turn : {1, 2, 0, 1}) {
         Timer3Tick(f());
-        EXPECT_EQ(j().PictureTurn, t);
+        EXPECT_EQ(j().PictureTurn, turn);
     }
     EXPECT_EQ(f().Timer3->interval(), 2000);
     f().Timer3->setInterval(7000);
@@ -284,7 +270,7 @@ TEST_F(PlayEngineTest, ADoubleClickDuringASongPlaysOnTopAndBothEnd) {
         if (s >= 5 && nested++ == 0) DoubleClickCatalogueGrid(f());
     };
     DoubleClick(1);
-    EXPECT_EQ(nested > 0, true);
+    EXPECT_GT(nested, 0);
     EXPECT_EQ(LogLines("Tune"), 2);
     EXPECT_NEAR(Second(), 5 + 65, 3);  // the second song, then the first sees it is over
     EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
@@ -311,26 +297,10 @@ TEST_F(PlayEngineTest, ADoubleClickEndsVoiceSteeringAndGoesToTheMixerWhenOpen) {
     EXPECT_EQ(LogLines("Tune"), 1);
 }
 
-TEST_F(PlayEngineTest, TheDelayedStartPlaysAtItsSecondTickAndStopsAtTwenty) {
-    Start([](Settings& s) { s.FastPc = 0; });
-    f().MFGrid1.SetRow(1);
-    j().DelayTicks = 0;
-    f().Timer4->start();
-    Timer4Tick(f());
-    EXPECT_TRUE(player().calls.isEmpty());
-    Timer4Tick(f());
-    EXPECT_EQ(player().calls.value(0), QStringLiteral("Open ") + song);
-    for (int i = 0; i < 18; ++i) Timer4Tick(f());
-    EXPECT_FALSE(f().Timer4->isActive());
-}
-
 TEST_F(PlayEngineTest, TheDesktopProgramGetsTheSongAfterTheSettleWait) {
     Start([](Settings& s) { s.PlayerChoice = 0; });
     during = [this](double) { h.Tick(1); };
     h.inst.tp.events.processRealEvents = false;
-    f().MFGrid1.SetRow(1);
-    j().IntroOnly = 0;
-    j().Mp3Info.DurationSeconds = 0;
     DoubleClick(1);
     EXPECT_EQ(h.inst.tp.desktop.opened, QStringList({song}));
     EXPECT_NEAR(Second(), 1 + 65, 3);  // the settle second, then the song by the clock
@@ -338,20 +308,12 @@ TEST_F(PlayEngineTest, TheDesktopProgramGetsTheSongAfterTheSettleWait) {
 
 // A real song through GStreamer into the fake sink, by the real clock.
 TEST(PlayEngineRealPlayer, ASongPlaysThroughToItsEnd) {
-    const QString sox = QStandardPaths::findExecutable(QStringLiteral("sox"));
-    const QString lame = QStandardPaths::findExecutable(QStringLiteral("lame"));
-    if (sox.isEmpty() || lame.isEmpty()) GTEST_SKIP() << "sox and lame are needed to make the song; not found";
+    const AudioTools tools;
+    if (!tools.Usable()) GTEST_SKIP() << "sox and lame are needed to make the song; not found";
     TestInstallation inst;
-    const QString wav = inst.home + QStringLiteral("/tone.wav");
     const QString mp3 = inst.home + QStringLiteral("/Tone.mp3");
-    ASSERT_EQ(QProcess::execute(sox, {QStringLiteral("-n"), QStringLiteral("-r"), QStringLiteral("44100"), QStringLiteral("-c"),
-                                      QStringLiteral("2"), wav, QStringLiteral("synth"), QStringLiteral("3"),
-                                      QStringLiteral("sine"), QStringLiteral("440")}),
-              0);
-    ASSERT_EQ(QProcess::execute(lame, {QStringLiteral("--quiet"), QStringLiteral("-b"), QStringLiteral("128"), wav, mp3}), 0);
-    SongFields s;
-    s[0] = QStringLiteral("Tone"), s[1] = QStringLiteral("Sine"), s[5] = mp3;
-    TestInstallation::AddSongs(inst.File(QStringLiteral("Mp3data1.mdb")), {s});
+    ASSERT_TRUE(tools.Mp3(mp3, 3, {"-b", "128"}));
+    TestInstallation::AddSongs(inst.File(QStringLiteral("Mp3data1.mdb")), {{"Tone", "Sine", "", "", "", mp3}});
     inst.EditSettings([](Settings& st) {
         st.SortAtStart = 0;
         st.PlayerChoice = 4;

@@ -5,9 +5,9 @@
 #include "catalogue/song_grid.h"
 #include "platform/testing/fakes.h"
 #include "shell/jukebox.h"
+#include "tests/support/disk_files.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -30,9 +30,8 @@ TEST(PlayLogRecord, EightyBytesInFixedColumnsCutNeverWrappedInTheWindowsCodePage
 
     // Every field over its width is cut where it ends; nothing spills into
     // the next column or the line end.
-    const QString long31 = QStringLiteral("A title of thirty-one letters!X");
-    ASSERT_EQ(long31.size(), 31);
-    const QByteArray cut = EncodeLogRecord({QString(13, u'T'), QString(11, u'D'), long31, QString(21, u'='), "1974-75"});
+    const QByteArray cut = EncodeLogRecord(
+        {QString(13, u'T'), QString(11, u'D'), QStringLiteral("A title of thirty-one letters!X"), QString(21, u'='), "1974-75"});
     EXPECT_EQ(cut, QByteArray(12, 'T') + QByteArray(10, 'D') + "A title of thirty-one letters!" + QByteArray(20, '=') +
                        "1974-7\r\n");
 
@@ -55,10 +54,6 @@ struct PlayLogTest : ::testing::Test {
     Jukebox j{tp.platform};
     SongGrid grid;
     QString log() const { return j.ProgramFile(QStringLiteral("ZORjuke.log")); }
-    QByteArray LogBytes() const {
-        QFile f(log());
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
     void SetUp() override {
         j.ProgramDir = dir.path();
         std::vector<GridRow> rows(3);
@@ -72,23 +67,11 @@ struct PlayLogTest : ::testing::Test {
     }
 };
 
-TEST_F(PlayLogTest, NothingIsWrittenWhileLoggingIsOff) {
-    j.settings.LogActivity = 0;
-    LogProgramStart(j);
-    LogSongStart(j, grid);
-    LogProgramStop(j);
-    EXPECT_FALSE(QFile::exists(log()));
-}
-
 TEST_F(PlayLogTest, LinesAreAppendedAfterWhateverTheFileHolds) {
     j.settings.LogActivity = 1;
     // A log left by an earlier run, not even a whole number of lines long.
     const QByteArray earlier = QByteArray("old line\r\n").repeated(9) + "tail";
-    {
-        QFile f(log());
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(earlier);
-    }
+    ASSERT_TRUE(WriteFileBytes(log(), earlier));
     const QByteArray time = LogTimeText(tp.clock.now).toLatin1(), date = LogDateText(tp.clock.now).toLatin1();
 
     LogProgramStart(j);
@@ -97,7 +80,7 @@ TEST_F(PlayLogTest, LinesAreAppendedAfterWhateverTheFileHolds) {
     const QByteArray later = LogTimeText(tp.clock.now).toLatin1();
     LogProgramStop(j);
 
-    const QByteArray bytes = LogBytes();
+    const QByteArray bytes = FileBytes(log());
     ASSERT_EQ(bytes.size(), earlier.size() + 6 * kLogLineBytes);
     EXPECT_TRUE(bytes.startsWith(earlier));
     QList<QByteArray> lines;
@@ -114,7 +97,13 @@ TEST_F(PlayLogTest, LinesAreAppendedAfterWhateverTheFileHolds) {
     EXPECT_EQ(grid.Col(), 1);
 }
 
-TEST_F(PlayLogTest, ALogThatCannotBeWrittenIsPassedOverQuietly) {
+TEST_F(PlayLogTest, NothingIsWrittenWhileLoggingIsOffAndALogThatCannotBeWrittenIsPassedOverQuietly) {
+    j.settings.LogActivity = 0;
+    LogProgramStart(j);
+    LogSongStart(j, grid);
+    LogProgramStop(j);
+    EXPECT_FALSE(QFile::exists(log()));
+
     j.settings.LogActivity = 1;
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("ZORjuke.log")));
     EXPECT_NO_THROW(LogProgramStart(j));
