@@ -20,61 +20,41 @@ GridRow RowOf(const std::array<const char*, kGridCols>& cells) {
 
 // ---- .zpl --------------------------------------------------------------------
 
-TEST(ZplRecord, FieldsStandAtTheirOffsetsCutOrPaddedAndReservedBytesStayZeroBeforeAnyRead) {
-    const GridRow row = RowOf({"7", "Waterloo", "ABBA", "Waterloo", "1974", "Pop", "/music/ABBA - Waterloo.mp3", "ID3",
-                               "lyr.txt", "pic.jpg", "run.sh", "42", "7"});
+TEST(ZplRecord, FieldsStandAtTheirOffsetsCutOrPaddedInWindows1252AndReservedBytesStayZeroBeforeAnyRead) {
     ZplRecord record;
-    record.Fill(row);
-    QByteArray expected;
-    expected += Padded("Waterloo", 40);
-    expected += Padded("ABBA", 40);
-    expected += Padded("Waterloo", 40);
-    expected += Padded("1974", 5);
-    expected += Padded("ID3", 5);  // the tag flag of column 7 before the style
-    expected += Padded("Pop", 10);
-    expected += Padded("/music/ABBA - Waterloo.mp3", 100);
-    expected += Padded("pic.jpg", 100);  // picture (column 9) before lyrics (column 8)
-    expected += Padded("lyr.txt", 100);
-    expected += Padded("run.sh", 100);
-    expected += QByteArray(60, '\0');
+    record.Fill(RowOf({"7", "Waterloo", "ABBA", "Waterloo", "1974", "Pop", "/music/ABBA - Waterloo.mp3", "ID3", "lyr.txt",
+                       "pic.jpg", "run.sh", "42", "7"}));
+    const QByteArray expected = Padded("Waterloo", 40) + Padded("ABBA", 40) + Padded("Waterloo", 40) + Padded("1974", 5) +
+                                Padded("ID3", 5)  // the tag flag of column 7 before the style
+                                + Padded("Pop", 10) + Padded("/music/ABBA - Waterloo.mp3", 100) +
+                                Padded("pic.jpg", 100)  // picture (column 9) before lyrics (column 8)
+                                + Padded("lyr.txt", 100) + Padded("run.sh", 100) + QByteArray(60, '\0');
     ASSERT_EQ(expected.size(), 600);
     EXPECT_EQ(record.Bytes(), expected);
-}
 
-TEST(ZplRecord, LongTextsAreCutAndTextIsWindows1252) {
     const QString longPath = QStringLiteral("/") + QString(120, u'p');
-    const GridRow row = RowOf({"", "Caf\xC3\xA9 \xE2\x82\xAC \xE6\x97\xA5", "", "", "19745", "", "", "", "", "", "", "", ""});
-    GridRow withPath = row;
-    withPath.Set(6, longPath);
-    ZplRecord record;
-    record.Fill(withPath);
+    GridRow row = RowOf({"", "Caf\xC3\xA9 \xE2\x82\xAC \xE6\x97\xA5", "", "", "19745", "", "", "", "", "", "", "", ""});
+    row.Set(6, longPath);
+    record.Fill(row);
     EXPECT_EQ(record.Bytes().mid(0, 40), Padded("Caf\xE9 \x80 ?", 40));
     EXPECT_EQ(record.Bytes().mid(120, 5), QByteArray("19745"));
     EXPECT_EQ(record.Bytes().mid(140, 100), longPath.left(100).toLatin1());
 }
 
-TEST(ZplRecord, AReadRecordsReservedFieldsGoOutWithTheNextWrite) {
-    QByteArray read = QByteArray(540, 'x') + Padded("RESERVED", 10) + Padded("FIFTY", 50);
-    ZplRecord record;
-    record.Load(read);
-    record.Fill(RowOf({"", "T", "A", "", "", "", "", "", "", "", "", "", ""}));
-    EXPECT_EQ(record.Bytes().mid(540), read.mid(540));
-    EXPECT_EQ(record.Bytes().mid(0, 40), Padded("T", 40));
-}
-
-TEST(ZplRecord, ARecordFillsARowBlanksAndAllWithItsNumberTwiceAndColumn11Untouched) {
-    QByteArray bytes(600, ' ');
+TEST(ZplRecord, AReadRecordFillsARowBlanksAndAllAndItsReservedFieldsGoOutWithTheNextWrite) {
+    QByteArray bytes(540, ' ');
     bytes.replace(0, 5, "Title");
     bytes.replace(125, 3, "ID3");
     bytes.replace(140, 9, "/a - b.mp");
     bytes.replace(240, 3, "pic");
     bytes.replace(340, 3, "lyr");
-    bytes[599] = '\0';
+    bytes += Padded("RESERVED", 10) + Padded("FIFTY", 49) + '\0';
     ZplRecord record;
     record.Load(bytes);
     GridRow row;
     row.Set(11, QStringLiteral("old"));
     record.ToRow(row, 3);
+    // Its number twice, column 11 untouched.
     EXPECT_EQ(row[0], u"3");
     EXPECT_EQ(row[12], u"3");
     EXPECT_EQ(row[11], u"old");
@@ -84,102 +64,65 @@ TEST(ZplRecord, ARecordFillsARowBlanksAndAllWithItsNumberTwiceAndColumn11Untouch
     EXPECT_EQ(row[7].toString().trimmed(), u"ID3");
     EXPECT_EQ(row[9].toString().trimmed(), u"pic");
     EXPECT_EQ(row[8].toString().trimmed(), u"lyr");
+
+    record.Fill(RowOf({"", "T", "A", "", "", "", "", "", "", "", "", "", ""}));
+    EXPECT_EQ(record.Bytes().mid(540), bytes.mid(540));
+    EXPECT_EQ(record.Bytes().mid(0, 40), Padded("T", 40));
     EXPECT_EQ(ZplRecordCount(1799), 2);
     EXPECT_EQ(ZplRecordCount(0), 0);
 }
 
 // ---- M3U ---------------------------------------------------------------------
 
-struct M3uRead {
-    SongGrid grid;
-    int32_t end = 0;
-    int error = 0;
-    explicit M3uRead(const QByteArray& bytes) {
-        grid.SetRows(50);
-        grid.SetTextMatrix(1, 3, QStringLiteral("catalogue"));
-        error = ErrorOf([&] { ReadM3uRows(bytes, grid, end); });
-    }
-    QString Cell(int r, int c) const { return grid.TextMatrix(r, c); }
+struct Cell {
+    int row, col;
+    QString text;
+};
+struct M3uCase {
+    const char* what;
+    QByteArray bytes;
+    int error, end, rows;
+    std::vector<Cell> cells;
 };
 
-TEST(M3uReader, PathsBecomeRowsWithArtistAndTitleFromTheNameAndExtinfLinesAreSkipped) {
-    M3uRead m("#EXTINF:200,ignored title\r\nC:\\Music\\ABBA - Waterloo.mp3\r\n"
-              "/home/u/music/Queen -  Bohemian Rhapsody .mp3\r\n");
-    EXPECT_EQ(m.error, 0);
-    EXPECT_EQ(m.end, 3);
-    EXPECT_EQ(m.grid.Rows(), 3);
-    EXPECT_EQ(m.Cell(0, 1), QStringLiteral("SONG:"));
-    EXPECT_EQ(m.Cell(0, 2), QStringLiteral("ARTIST:"));
-    EXPECT_EQ(m.Cell(0, 6), QStringLiteral("PATH:"));
-    EXPECT_EQ(m.Cell(1, 6), QStringLiteral("C:\\Music\\ABBA - Waterloo.mp3"));
-    EXPECT_EQ(m.Cell(1, 2), QStringLiteral("ABBA"));
-    EXPECT_EQ(m.Cell(1, 1), QStringLiteral("Waterloo"));
-    EXPECT_EQ(m.Cell(1, 3), QString());  // the catalogue's rows are gone
-    EXPECT_EQ(m.Cell(2, 2), QStringLiteral("Queen"));
-    EXPECT_EQ(m.Cell(2, 1), QStringLiteral("Bohemian Rhapsody"));
-}
-
-TEST(M3uReader, ItsOwnHeaderEndsTheReadAsAPathWithoutAHyphen) {
-    M3uRead m(M3uHeader() + M3uEntry(200, QStringLiteral("Waterloo"), QStringLiteral("/m/ABBA - Waterloo.mp3")));
-    EXPECT_EQ(m.error, 5);
-    // The header went into the first row before its name failed.
-    EXPECT_EQ(m.Cell(1, 6), QStringLiteral("#EXTM3U"));
-    EXPECT_EQ(m.Cell(1, 2), QStringLiteral("EXTM3U"));  // the first character is never a separator
-    EXPECT_EQ(m.end, 2);
-    EXPECT_EQ(m.grid.Rows(), 2);
-}
-
-TEST(M3uReader, ANameWithTheHyphenInItsLastFourCharactersFailsAfterTheRowsBeforeIt) {
-    M3uRead m("/m/A - B.mp3\r\n/m/Song.m-p3\r\n/m/C - D.mp3\r\n");
-    EXPECT_EQ(m.error, 5);
-    EXPECT_EQ(m.Cell(1, 1), QStringLiteral("B"));
-    EXPECT_EQ(m.Cell(2, 6), QStringLiteral("/m/Song.m-p3"));
-    EXPECT_EQ(m.end, 3);
-    // A hyphen just before the extension leaves an empty title.
-    M3uRead empty("/m/Artist-.mp3\r\n/m/X - Y.mp3\r\n");
-    EXPECT_EQ(empty.error, 0);
-    EXPECT_EQ(empty.Cell(1, 2), QStringLiteral("Artist"));
-    EXPECT_EQ(empty.Cell(1, 1), QString());
-}
-
-TEST(M3uReader, ShortLinesAreGluedToTheNextOneWithTheLineFeedInside) {
-    M3uRead m("a.mp3\r\n/m/X - Y.mp3\r\n/m/P - Q.mp3\r\n");
-    EXPECT_EQ(m.error, 0);
-    EXPECT_EQ(m.end, 3);
-    EXPECT_EQ(m.Cell(1, 6), QStringLiteral("a.mp3\n/m/X - Y.mp3"));
-    EXPECT_EQ(m.Cell(1, 2), QStringLiteral("X"));
-    EXPECT_EQ(m.Cell(2, 6), QStringLiteral("/m/P - Q.mp3"));
-}
-
-TEST(M3uReader, ALineLongerThanTheWindowIsReadFromItsLast197Characters) {
+TEST(M3uReader, PathsBecomeRowsWithArtistAndTitleFromTheirNamesQuirksAndBadBytesIncluded) {
     const QByteArray longPath = "/" + QByteArray(230, 'd') + "/Artist - Title.mp3";
-    M3uRead m(longPath + "\r\n\r\n/m/X - Y.mp3\r\n");
-    EXPECT_EQ(m.error, 0);
-    EXPECT_EQ(m.end, 3);
-    EXPECT_EQ(m.Cell(1, 6), QString::fromLatin1(longPath.right(197)));
-    EXPECT_EQ(m.Cell(1, 1), QStringLiteral("Title"));
-    EXPECT_EQ(m.Cell(2, 6), QStringLiteral("/m/X - Y.mp3"));
-}
-
-TEST(M3uReader, BadBytesGiveNoRowsOrTheirOwnRowsButNeverHang) {
-    // Under 10 bytes: one empty row.
-    M3uRead tiny("/a - b\r\n");
-    EXPECT_EQ(tiny.end, 1);
-    EXPECT_EQ(tiny.grid.Rows(), 2);
-    // A last line without its line end is not read.
-    M3uRead unended("/m/A - B.mp3\r\n/m/C - D.mp3");
-    EXPECT_EQ(unended.end, 2);
-    // Endless text with no line end at all.
-    M3uRead endless(QByteArray(5 << 20, 'x'));
-    EXPECT_EQ(endless.end, 1);
-    EXPECT_EQ(endless.error, 0);
-    // Lone CRs and LFs are text; NUL bytes are characters like any other.
     const char oddBytes[] = "/m/A\0 - B\0.mp3\r\n\n\r\r/m/C - D.mp3\r\n";
-    M3uRead odd(QByteArray(oddBytes, sizeof oddBytes - 1));
-    EXPECT_EQ(odd.error, 0);
-    EXPECT_EQ(odd.end, 3);
-    EXPECT_EQ(odd.Cell(1, 2), QString(QStringLiteral("A") + QChar(0)));
-    EXPECT_EQ(odd.Cell(2, 6), QStringLiteral("\n\r\r/m/C - D.mp3"));
+    const M3uCase cases[] = {
+        {"#EXTINF lines are skipped; the catalogue's rows go",
+         "#EXTINF:200,ignored title\r\nC:\\Music\\ABBA - Waterloo.mp3\r\n/home/u/music/Queen -  Bohemian Rhapsody .mp3\r\n",
+         0, 3, 3,
+         {{0, 1, "SONG:"}, {0, 2, "ARTIST:"}, {0, 6, "PATH:"}, {1, 6, "C:\\Music\\ABBA - Waterloo.mp3"}, {1, 2, "ABBA"},
+          {1, 1, "Waterloo"}, {1, 3, ""}, {2, 2, "Queen"}, {2, 1, "Bohemian Rhapsody"}}},
+        // Its own header is a path without a hyphen: it goes into the first
+        // row (whose first character is never a separator), then the read ends.
+        {"own file", M3uHeader() + M3uEntry(200, QStringLiteral("Waterloo"), QStringLiteral("/m/ABBA - Waterloo.mp3")), 5,
+         2, 2, {{1, 6, "#EXTM3U"}, {1, 2, "EXTM3U"}}},
+        {"a hyphen in the last four fails after the rows before it", "/m/A - B.mp3\r\n/m/Song.m-p3\r\n/m/C - D.mp3\r\n", 5,
+         3, 3, {{1, 1, "B"}, {2, 6, "/m/Song.m-p3"}}},
+        {"a hyphen just before the extension leaves an empty title", "/m/Artist-.mp3\r\n/m/X - Y.mp3\r\n", 0, 3, 3,
+         {{1, 2, "Artist"}, {1, 1, ""}}},
+        {"a short line is glued to the next, its line feed inside", "a.mp3\r\n/m/X - Y.mp3\r\n/m/P - Q.mp3\r\n", 0, 3, 3,
+         {{1, 6, "a.mp3\n/m/X - Y.mp3"}, {1, 2, "X"}, {2, 6, "/m/P - Q.mp3"}}},
+        {"a line longer than the window is read from its last 197", longPath + "\r\n\r\n/m/X - Y.mp3\r\n", 0, 3, 3,
+         {{1, 6, QString::fromLatin1(longPath.right(197))}, {1, 1, "Title"}, {2, 6, "/m/X - Y.mp3"}}},
+        {"under 10 bytes: one empty row", "/a - b\r\n", 0, 1, 2, {}},
+        {"a last line without its end is not read", "/m/A - B.mp3\r\n/m/C - D.mp3", 0, 2, 2, {}},
+        {"endless text without a line end", QByteArray(5 << 20, 'x'), 0, 1, 1, {}},
+        {"lone CRs and LFs are text, NULs characters", QByteArray(oddBytes, sizeof oddBytes - 1), 0, 3, 3,
+         {{1, 2, QString(QStringLiteral("A") + QChar(0))}, {2, 6, "\n\r\r/m/C - D.mp3"}}},
+    };
+    for (const M3uCase& c : cases) {
+        SCOPED_TRACE(c.what);
+        SongGrid grid;
+        grid.SetRows(50);
+        grid.SetTextMatrix(1, 3, QStringLiteral("catalogue"));
+        int32_t end = 0;
+        EXPECT_EQ(ErrorOf([&] { ReadM3uRows(c.bytes, grid, end); }), c.error);
+        EXPECT_EQ(end, c.end);
+        EXPECT_EQ(grid.Rows(), c.rows);
+        for (const Cell& cell : c.cells) EXPECT_EQ(grid.TextMatrix(cell.row, cell.col), cell.text) << cell.row << "," << cell.col;
+    }
 }
 
 TEST(M3uWriter, EntriesAreExtendedLinesInWindows1252WithCrLf) {

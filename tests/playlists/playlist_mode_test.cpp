@@ -5,21 +5,19 @@
 #include "playlists/random_history.h"
 #include "playlists/ui/playlist_mode.h"
 #include "catalogue/ui/song_grid_view.h"
-#include "platform/runtime_error.h"
-#include "tests/support/errors.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/form_harness.h"
 #include "tests/support/grid_columns.h"
+#include "tests/support/song_bytes.h"
 
 #include <QAction>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
 #include <QTest>
 
 #include <gtest/gtest.h>
-
-#include <QFile>
-#include <QSet>
 
 #include <deque>
 #include <map>
@@ -61,16 +59,6 @@ TEST(RandomHistory, RowsAlreadyDrawnAreDrawnAgainUntilEveryRowHadItsTurn) {
     EXPECT_EQ(counters.played, 1);
 }
 
-TEST(RandomHistory, ThePickAfterTheThousandAndFirstIsSubscriptOutOfRange) {
-    RandomHistory history;
-    RandomCounters counters;
-    int32_t next = 0;
-    auto fresh = [&] { return ++next; };
-    for (int i = 0; i < 1001; ++i) PickRandomRow(history, counters, 5000, fresh);
-    EXPECT_EQ(counters.played, 1001);
-    EXPECT_EQ(ErrorOf([&] { PickRandomRow(history, counters, 5000, fresh); }), 9);
-}
-
 // ---- The walks of the field selection ----------------------------------------
 
 SongGrid GridOfArtists(const QStringList& artists) {
@@ -104,14 +92,8 @@ TEST(FieldSelection, OnASortedColumnOnlyTheGroupAroundTheCurrentRowIsMarked) {
 
 // ---- The mode through the main window ----------------------------------------
 
-SongFields Song(int n, const QString& artist, const QString& year = QStringLiteral("1980")) {
-    SongFields s;
-    s[0] = QStringLiteral("Song %1").arg(n, 2, 10, QLatin1Char('0'));
-    s[1] = artist;
-    s[2] = QStringLiteral("Album");
-    s[3] = year;
-    s[5] = QStringLiteral("/music/%1.mp3").arg(n);
-    return s;
+SongFields Song(int n, const QString& artist, const QString& year, const QString& path) {
+    return {QStringLiteral("Song %1").arg(n, 2, 10, QLatin1Char('0')), artist, "Album", year, "", path};
 }
 
 struct PlaylistModeTest : ::testing::Test {
@@ -123,7 +105,7 @@ struct PlaylistModeTest : ::testing::Test {
         std::vector<SongFields> songs;
         for (int n = 1; n <= 10; ++n)
             songs.push_back(Song(n, n % 3 == 0 ? QStringLiteral("Cher") : QStringLiteral("Abba"),
-                                 n <= 4 ? QStringLiteral("1975") : QStringLiteral("1980")));
+                                 n <= 4 ? QStringLiteral("1975") : QStringLiteral("1980"), QStringLiteral("/music/%1.mp3").arg(n)));
         TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), songs);
         h.inst.EditSettings([&](Settings& s) {
             s.SortAtStart = 1;
@@ -271,20 +253,7 @@ TEST_F(PlaylistModeTest, YearSelectionOnAGridSortedByYearMarksTheGroupAroundTheR
     EXPECT_EQ(Titles(f().MFgrid2), QStringLiteral("Song 01,Song 02,Song 03,Song 04"));
 }
 
-}  // namespace
-}  // namespace zor::testing
-
 // ---- The loop ------------------------------------------------------------------
-
-namespace zor::testing {
-namespace {
-
-// A song of 96 kbit/s, stereo, lasting 65 seconds.
-QByteArray Song65() {
-    QByteArray b = QByteArray::fromHex("fffb7000");
-    b.append(65 * 12000 - b.size(), '\0');
-    return b;
-}
 
 struct RunPlaylistTest : PlaylistModeTest {
     QStringList paths;
@@ -295,14 +264,9 @@ struct RunPlaylistTest : PlaylistModeTest {
     void MakeList(int n) {
         std::vector<SongFields> songs;
         for (int i = 1; i <= n; ++i) {
-            const QString path = h.inst.home + QStringLiteral("/song%1.mp3").arg(i);
-            QFile file(path);
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(Song65());
-            paths << path;
-            SongFields s = Song(i, QStringLiteral("Band"));
-            s[5] = path;
-            songs.push_back(s);
+            paths << h.inst.home + QStringLiteral("/song%1.mp3").arg(i);
+            ASSERT_TRUE(WriteFileBytes(paths.last(), SilentSong96(65)));
+            songs.push_back(Song(i, QStringLiteral("Band"), QStringLiteral("1980"), paths.last()));
         }
         TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), songs);
         h.inst.EditSettings([](Settings& s) {
