@@ -119,18 +119,13 @@ struct PlaylistModeTest : ::testing::Test {
         // and lets events through at its end, where this stops it.
         h.inst.tp.events.onDoEvents = [this](int) { j().PlayStopped = 1; };
     }
+    // Marks the rows in this order, as the PLAY column's click writes them.
     void Mark(std::initializer_list<int> rows) {
         for (int r : rows) {
-            f().MFGrid1.SetRow(r);
-            f().MFGrid1.SetCol(12);
-            ClickGridForMark();
+            const QString mark = QString::number(j().PlaylistEnd++);
+            f().MFGrid1.SetTextMatrix(r, 0, mark);
+            f().MFGrid1.SetTextMatrix(r, 12, mark);
         }
-    }
-    void ClickGridForMark() {
-        // A mark as the PLAY column's click writes it.
-        const QString mark = QString::number(j().PlaylistEnd++);
-        f().MFGrid1.SetTextMatrix(f().MFGrid1.Row(), 0, mark);
-        f().MFGrid1.SetTextMatrix(f().MFGrid1.Row(), 12, mark);
     }
     QAction* Action(const char* name) { return f().findChild<QAction*>(QString::fromLatin1(name)); }
     QString Titles(const SongGrid& g) { return ColumnTexts(g, 1).join(u','); }
@@ -275,10 +270,7 @@ struct RunPlaylistTest : PlaylistModeTest {
             s.PlayerChoice = 4;  // the internal player
         });
         ASSERT_TRUE(h.Start());
-        for (int r = 1; r <= n; ++r) {
-            f().MFGrid1.SetRow(r);
-            ClickGridForMark();
-        }
+        for (int r = 1; r <= n; ++r) Mark({r});
         h.Click("Playlist2");
         h.inst.tp.events.onDoEvents = [this](int) { Watch(); };
     }
