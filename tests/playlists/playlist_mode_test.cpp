@@ -272,6 +272,7 @@ struct RunPlaylistTest : PlaylistModeTest {
         ASSERT_TRUE(h.Start());
         for (int r = 1; r <= n; ++r) Mark({r});
         h.Click("Playlist2");
+        for (const QString& path : paths) h.inst.tp.players.durations[path] = 65;
         h.inst.tp.events.onDoEvents = [this](int) { Watch(); };
     }
     // Follows the player's opens; the scratch file that frees a song is not
@@ -329,6 +330,47 @@ TEST_F(RunPlaylistTest, RandomOrderDrawsEveryRowOnceBeforeAnyComesAgainAndStaysO
     const QList<int> rows = PlayedRows();
     // The three picks after the first song are the three rows, each once.
     EXPECT_EQ(QSet<int>(rows.begin() + 1, rows.end()), (QSet<int>{1, 2, 3}));
+    EXPECT_EQ(j().SkipCommand, 4);
+}
+
+TEST_F(RunPlaylistTest, AOneSongListWrapsToItselfBeepsOnBackAndIgnoresRandomAndEarlyButtonsDoNotCut) {
+    MakeList(1);
+    std::vector<double> starts;
+    auto at = [&](const char* control) {
+        return [this, &starts, control] {
+            starts.push_back(h.inst.tp.clock.timer);
+            h.Click(control);
+        };
+    };
+    onSong[1] = at("Command9");  // NEXT, in the song's first second
+    onSong[2] = at("Command1");  // BACK
+    onSong[3] = at("SelArt1");   // random order
+    onSong[4] = at("Halt1");
+    h.Click("Command9");
+    EXPECT_EQ(PlayedRows(), (QList<int>{1, 1, 1, 1}));
+    EXPECT_EQ(h.inst.tp.beeper.beeps, 2);  // the wrap after NEXT, BACK at row 1; random draws nothing
+    EXPECT_EQ(j().SkipCommand, 4);
+    // A button in the first seconds is overtaken by the player's length:
+    // each song still plays its minute.
+    ASSERT_EQ(starts.size(), 4u);
+    for (size_t i = 1; i < starts.size(); ++i) EXPECT_GT(starts[i] - starts[i - 1], 60) << i;
+}
+
+TEST_F(RunPlaylistTest, InRandomOrderAClickCutsTheSongButTheNextIsStillDrawn) {
+    MakeList(5);
+    onSong[1] = [this] { h.Click("SelArt1"); };
+    int clicked = 0;
+    onSong[2] = [&] {
+        // The row that plays: in order it would come next, but the
+        // random draw has had it in this run and passes it over.
+        clicked = PlayedRows().last();
+        f().MFgrid2.SetRow(clicked);
+        ClickPlaylistGrid(f());
+    };
+    StopAt(3);
+    h.Click("Command9");
+    ASSERT_EQ(played.size(), 3);
+    EXPECT_NE(PlayedRows()[2], clicked);
     EXPECT_EQ(j().SkipCommand, 4);
 }
 
