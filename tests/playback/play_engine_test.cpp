@@ -6,6 +6,8 @@
 #include "platform/gst_player.h"
 #include "platform/system_services.h"
 #include "playback/play_engine.h"
+#include "playback/ui/companion_forms.h"
+#include "playback/ui/companions.h"
 #include "playback/ui/play_ops.h"
 #include "tests/support/audio_tools.h"
 #include "tests/support/disk_files.h"
@@ -14,6 +16,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
@@ -261,6 +264,26 @@ TEST_F(PlayEngineTest, PicturesTurnWhileTenSecondsRemainAndStopBelow) {
     Timer3Tick(f());
     EXPECT_EQ(j().PictureTurn, 1);
     EXPECT_EQ(f().Timer3->interval(), 7000);
+}
+
+TEST_F(PlayEngineTest, LyricsScrollWithTheSongOnlyWhenLongerThanTenLines) {
+    Start([](Settings& s) {
+        s.ShowLyricsAtPlay = 1;
+        s.ScrollLyrics = 1;
+        s.MaximizePicture = 0;
+    });
+    const QString lyrics = h.inst.home + QStringLiteral("/tune.txt");
+    f().MFGrid1.SetTextMatrix(1, 8, lyrics);  // the Lyrics cell names the file
+    for (int count : {11, 10}) {
+        SCOPED_TRACE(count);
+        ASSERT_TRUE(WriteFileBytes(lyrics, QByteArray("a line\r\n").repeated(count)));
+        DoubleClick(1);
+        const int line = f().companions->Form3().Face()->textCursor().blockNumber();
+        if (count > 10)
+            EXPECT_GT(line, 5);
+        else
+            EXPECT_EQ(line, 0);
+    }
 }
 
 TEST_F(PlayEngineTest, ADoubleClickDuringASongPlaysOnTopAndBothEnd) {
