@@ -31,21 +31,17 @@ bool RefreshData1(Form1& f) {
 
 void OpenDatabase(Form1& f) {
     Jukebox& j = f.j;
-    // 1
     f.ShowWorking(kYellow,
             j.Lang(QStringLiteral("Opening Database ") + j.DatabaseFile + QStringLiteral(" - Please Wait ...."),
                    QStringLiteral("Te openen Database ") + j.DatabaseFile + QStringLiteral(" - Wacht s.v.p. ....")));
-    // 2
+    // The grid is hidden while it fills.
     f.MFGrid1.Clear();
     f.MFGrid1.SetVisible(false);
     f.MFGrid1.SetRows(1);
-    // 3
     if (j.DatabaseFile.isEmpty()) j.DatabaseFile = j.ProgramFile(QStringLiteral("Mp3data1.mdb"));
-    // 4
     f.Data1.DatabaseName = j.DatabaseFile;
     f.Data1.RecordSource = QStringLiteral("MP3DATA");
     const bool opened = RefreshData1(f);
-    // 5
     f.MFGrid1.SetVisible(true);
     j.SongCount = std::max(f.MFGrid1.Rows() - 1, 0);
     f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.SongCount);
@@ -53,7 +49,9 @@ void OpenDatabase(Form1& f) {
         ShowStartupHint(f);
         return;
     }
-    // 6
+    // With "No sorting" the first open keeps the table's order, but later
+    // opens in the same run sort all the same, on SortAtStartCopy: column 0
+    // until a click sorts by another. Kept on purpose.
     if (j.SortKeyCopy != 0) {
         if (f.MFGrid1.Rows() > 1) {
             f.MFGrid1.Select(1, j.SortAtStartCopy, f.MFGrid1.Rows() - 1, j.SortAtStartCopy);
@@ -63,7 +61,6 @@ void OpenDatabase(Form1& f) {
     } else {
         j.SortKeyCopy = 1;
     }
-    // 7
     if (j.SongCount > 0) {
         const QString name = j.settings.SortAtStartName.Trimmed();
         f.ShowMessage(kYellow, j.Lang(QStringLiteral("Number of songs is: %1  -  Assorted by: %2").arg(j.SongCount).arg(name),
@@ -187,25 +184,21 @@ void ClearDatabaseMenu(Form1& f) {
 void CompactDatabase(Form1& f) {
     Jukebox& j = f.j;
     FileSystem& files = j.platform.files;
-    // 1, 2, 3
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Database is being compacted - Please Wait...."),
                                QStringLiteral("Database wordt gecomprimeerd - Wacht s.v.p. ....")));
     const qint64 oldLength = files.FileLen(j.DatabaseFile);
     f.Data1.Close();
-    // The store writes the compacted copy here; without it the two steps
-    // after would throw the working file away.
+    // The store writes the compacted copy here; without it the delete and
+    // rename below would throw the working file away.
     const QString result = j.ProgramFile(QStringLiteral("Mp3comp1.mdb"));
     if (files.FileExists(result)) files.Kill(result);
     if (CatalogueStore::CompactFile(j.DatabaseFile, result)) {
-        // 4, 5
         if (files.FileExists(j.DatabaseFile)) files.Kill(j.DatabaseFile);
         files.Name(result, j.DatabaseFile);
     }
-    // 6
     f.Data1.DatabaseName = j.DatabaseFile;
     f.Data1.RecordSource = QStringLiteral("MP3DATA");
     RefreshData1(f);
-    // 7
     const qint64 newLength = files.FileLen(j.DatabaseFile);
     f.ShowMessage(kYellow, j.Lang(QStringLiteral("Database %1 has been Compacted; Size was: %2 , now: %3 bytes.")
                                       .arg(j.DatabaseFile).arg(oldLength).arg(newLength),

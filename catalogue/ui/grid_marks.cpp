@@ -32,11 +32,10 @@ QString HeadingWord(int col) {
 void ClickGrid(Form1& f) {
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
-    // 1, 2
     j.GridRow = g.Row();
     j.GridCol = g.Col();
     f.ShowCount(j.Lang(QStringLiteral("     Record:"), QStringLiteral("     Regel:")), g.Row());
-    // 3: a click on a heading selects the whole column, as does one in the last row.
+    // A click on a heading selects the whole column, as does one in the last row.
     const bool onHeading = f.MFGrid1View->MouseRow() == 0;
     if (g.Row() == j.SongCount || onHeading) {
         g.Sort(j.settings.SortDirection);
@@ -46,7 +45,7 @@ void ClickGrid(Form1& f) {
         f.ShowMessage(kYellow, j.Lang(QStringLiteral("The number songs files is: %1  -  Assorted by: %2").arg(songs).arg(j.SortedColumnName),
                                       QStringLiteral("Het aantal songs is: %1  -  Gesorteerd op: %2").arg(songs).arg(j.SortedColumnName)));
     }
-    // 4: the PLAY column marks the row.
+    // The PLAY column marks the row.
     if (g.Col() != 12 || onHeading) return;
     const int row = g.Row();
     g.SetRow(row);
@@ -98,17 +97,15 @@ void NumberSelectedRows(Form1& f) {
 void ClearSelectionNumbers(Form1& f) {
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
-    // 1
     f.StartProgress(j.SongCount);
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Selections are being cleared; Please Wait...."),
                                   QStringLiteral("Selecties worden gewist; Wacht s.v.p. ....")));
-    // 2, 3
+    // Hidden, the grid takes all the clears in one repaint.
     g.SetVisible(false);
     for (int r = 1; r <= j.SongCount; ++r) {
         g.SetTextMatrix(r, 12, {});
         g.SetTextMatrix(r, 0, {});
     }
-    // 4
     g.SetVisible(true);
     j.PlaylistEnd = 1;
     f.ProgressBar1->setValue(0);

@@ -60,9 +60,8 @@ void ShowTotal(Form1& f) {
 void ScanFile(Scan& scan, const QString& path) {
     Form1& f = scan.f;
     Jukebox& j = f.j;
-    // 1
     if (j.ShowScannedFiles == 1) f.ShowWorking(kYellow, path);
-    // 2: a file that went away meanwhile, or can't be read, is passed over;
+    // A file that went away meanwhile, or can't be read, is passed over;
     // opening it as the old runtime did would make an empty file in its
     // place. The file is open only for this read, so no hold is taken.
     QFile file(path);
@@ -71,22 +70,20 @@ void ScanFile(Scan& scan, const QString& path) {
     if (length >= kId3TagBytes && file.seek(length - kId3TagBytes))
         if (const QByteArray tail = file.read(kId3TagBytes); tail.size() == kId3TagBytes) scan.tag = DecodeId3Tag(tail);
     file.close();
-    // 3
     const QString name = QFileInfo(path).fileName();
     if (!PassesFilter(j.settings, name)) return;
-    // 4
     CatalogueStore& rs = f.Data1;
     rs.AddNew();
     f.MFGrid1.SetRows(f.MFGrid1.Rows() + 1);
     if (!scan.tag.HasMarker()) {
-        // 5
+        // Without a tag the file name gives the title and the artist, in the
+        // order the setting says.
         const NameParts parts = CutFileName(name);
         const bool swap = j.settings.ArtistSongSwap == 1;
         rs.SetField(swap ? 0 : 1, parts.first);
         rs.SetField(swap ? 1 : 0, parts.second);
         rs.SetField(6, QStringLiteral(" N"));
     } else {
-        // 6
         rs.SetField(0, scan.tag.Title.Text());
         rs.SetField(1, scan.tag.Artist.Text());
         rs.SetField(2, scan.tag.Album.Text());
@@ -94,7 +91,6 @@ void ScanFile(Scan& scan, const QString& path) {
         rs.SetField(4, j.StyleTable[size_t(StyleForCatalogue(scan.tag.Style))]);
         rs.SetField(6, QStringLiteral(" Y"));
     }
-    // 7, 8, 9
     rs.SetField(kPathField, path.left(kMaxPath));
     rs.SetField(kRecordNumberField, QString::number(rs.AbsolutePosition()).trimmed());
     rs.Update();
@@ -175,13 +171,11 @@ void ClearFill(Form1& f) {
 void ScanSelectedPath(Form1& f) {
     Jukebox& j = f.j;
     PathSelector& p = *f.Frame3;
-    // 1
     if (p.Path().isEmpty() || !QFileInfo(p.Path()).isDir()) {
         f.ShowMessage(kRed, j.Lang(QStringLiteral("No Directory (Path) selected; ADD aborted!"),
                                    QStringLiteral("Geen Directory (pad) geselecteerd; Invoegen is afgebroken!")));
         return;
     }
-    // 2, 3
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Loading the Database - Please Wait ....."),
                                   QStringLiteral("Database wordt geladen - Wacht s.v.p. .....")));
     p.SetPattern(QStringLiteral("*.*"));
@@ -191,7 +185,7 @@ void ScanSelectedPath(Form1& f) {
         ShowNoValidFile(j);
         return;
     }
-    // 4: all the new rows land together; the grid shows them once.
+    // All the new rows land together; the grid shows them once.
     Scan scan{f, {}, {}};
     CatalogueStore& rs = f.Data1;
     f.MFGrid1.SetRedraw(false);
@@ -207,7 +201,6 @@ void ScanSelectedPath(Form1& f) {
     }
     ShowTotal(f);
     f.MFGrid1.SetRedraw(true);
-    // 5, 6
     RenumberRecordsByPosition(f);
     OpenDatabase(f);
 }

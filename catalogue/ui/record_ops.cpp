@@ -66,14 +66,14 @@ void DoubleSort(Form1& f, int column) {
         if (t.column == column) texts = &t;
     if (!texts) return;
     const int direction = j.settings.SortDirection;
-    // 1, 2
+    // The grid's sort takes one key at a time: the main column first, then,
+    // below, the titles within each run of equal keys.
     g.SetCol(column);
     g.Sort(direction);
     f.ShowWorking(kYellow, Lang(j, texts->runningEnglish, texts->runningDutch));
-    // 3
     g.SetVisible(false);
     f.ProgressBar1->setRange(0, int(vb::Int(j.SongCount / 10.0)) + 1);
-    // 4: the title sort runs over each run of equal keys. A run that reaches
+    // The title sort runs over each run of equal keys. A run that reaches
     // the last row leaves that row out, as it always has.
     const auto key = [&g, column](int row) { return vb::TrimmedView(g.RowCells(row)[column]); };
     int i = 1;
@@ -91,7 +91,6 @@ void DoubleSort(Form1& f, int column) {
         if (i >= j.SongCount) break;
         f.SetProgress(int(vb::Int(i / 10.0)) + 1);
     }
-    // 5
     f.ProgressBar1->setValue(0);
     g.SetVisible(true);
     f.ShowMessage(kYellow, Lang(j, texts->doneEnglish, texts->doneDutch));
@@ -113,18 +112,16 @@ void DeleteRecord(Form1& f) {
 void DeleteSelectedRecords(Form1& f) {
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
-    // 1
     f.StartProgress(j.SongCount);
     f.ShowWorking(kDestructive, j.Lang(QStringLiteral("Deleting selected Records, Please Wait...."),
                                        QStringLiteral("Geselecteerde regels worden verwijderd, Wacht s.v.p. ....")));
-    // 2: rows in the order of their record numbers, so that deleting from
+    // Rows in the order of their record numbers, so that deleting from
     // the end keeps the numbers of the rows still to come valid.
     g.SetCol(kRecordNumberField + 1);
     g.Sort(1);
     j.platform.events.DoEvents();
     int deleted = 0;
     DeleteAndRenumber(f, [&] {
-        // 3
         for (int row = j.SongCount; row >= 1; --row) {
             f.SetProgress(j.SongCount - row);
             if (!vb::IsNumeric(g.RowCells(row)[12])) continue;
@@ -134,10 +131,8 @@ void DeleteSelectedRecords(Form1& f) {
             f.ShowWorking(kDestructive, j.Lang(QStringLiteral("Deleting selected Records; So far deleted: %1  - Continuing, Please Wait....").arg(deleted),
                                                QStringLiteral("Geselecteerde regels worden verwijderd; Tot nu toe: %1  - Vervolg, Wacht s.v.p. ....").arg(deleted)));
         }
-        // 4, 5
         j.SongCount = std::max(j.SongCount - deleted, 0);
     });
-    // 6
     OpenDatabase(f);
 }
 
@@ -145,14 +140,13 @@ void DeleteSongFile(Form1& f) {
     Jukebox& j = f.j;
     FileSystem& files = j.platform.files;
     const QString path = f.MFGrid1.TextMatrix(f.MFGrid1.Row(), 6);
-    // 1: the Dutch box carries the title of another box; so it always has.
+    // The Dutch box carries the title of another box; so it always has.
     const QString prompt = j.Lang(QStringLiteral("Delete this Mp3 file: "), QStringLiteral("Verwijder (=Wis!) dit Mp3 bestand: ")) +
                            u'\n' + path + u'\n' + u'\n' +
                            j.Lang(QStringLiteral("Are you really sure?  "), QStringLiteral("Weet u dit zeker?  "));
     const QString title = j.Lang(QStringLiteral("ZOR JUKEBOX - DELETE MP3"), QStringLiteral("ZOR JUKEBOX - Media-Player FOUT!"));
     if (j.HidePictureForms) j.HidePictureForms();
     const int answer = j.platform.messages.MsgBox(prompt, vbYesNo + vbQuestion, title);
-    // 2, 3
     if (answer == vbYes && !path.isEmpty() && files.FileExists(path)) {
         files.Kill(path);
         f.ShowMessage(kYellow, path + j.Lang(QStringLiteral(" : now deleted."), QStringLiteral(" : is gewist.")));
