@@ -201,7 +201,8 @@ void StartPlayer(Form1& f, SongGrid& grid) {
     }
 }
 
-// One try at a song, steps 1 to 21.
+// One try at a song: the log line, the analysis, the player started, then the
+// wait for its end.
 SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     Jukebox& j = f.j;
     const Settings& s = j.settings;

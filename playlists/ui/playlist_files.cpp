@@ -68,7 +68,8 @@ QString AskSaveName(Form1& f, const QString& title, const QString& filter) {
 // in "m3u" exactly, so "LIST.M3U" is read as .zpl records.
 bool IsM3uName(const QString& name) { return name.size() >= 5 && name.right(3) == QStringLiteral("m3u"); }
 
-// Steps 6 to 11 of opening a .zpl file.
+// Reads the .zpl file into MFgrid2 and turns the window to the playlist,
+// without starting it.
 void ReadZpl(Form1& f) {
     Jukebox& j = f.j;
     SongGrid& list = f.MFgrid2;
@@ -98,21 +99,21 @@ void ReadZpl(Form1& f) {
         read = i;
     }
     list.SetAllRows(std::move(rows));
-    // 8
     f.MFGrid1.SetVisible(true);
     list.SetVisible(true);
-    // 9: SongCount holds the playlist's length until the catalogue is next
+    // SongCount holds the playlist's length until the catalogue is next
     // loaded.
     j.SongCount = int32_t(read);
     j.PlaylistEnd = int32_t(read + 1);
     list.SetRows(j.PlaylistEnd);
-    // 10
+    // The window turns as for a playlist made from marks, but MFGrid1 gets
+    // no marks.
     j.PlaylistActive = 1;
     j.PlayMode = 1;
     j.SkipCommand = 0;
     ShowPlaylistGrids(f);
     TurnControlsToPlaylist(f);
-    // 11: the caller or the user starts it.
+    // Loaded, not started: the caller or the user starts it.
     f.ShowMessage(f.MessageColour(), j.Lang(QStringLiteral("Playlist now loaded. "), QStringLiteral("Playlist is nu geladen. ")));
     j.platform.events.DoEvents();
     f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistEnd);
@@ -123,7 +124,6 @@ void ReadZpl(Form1& f) {
 void OpenPlaylistFile(Form1& f) {
     Jukebox& j = f.j;
     PlaylistState& s = f.playlist;
-    // 1
     LayOutGrids(f);
     CommonDialog& d = j.platform.dialog;
     d.InitDir = j.ProgramDir + u'/';
@@ -131,23 +131,20 @@ void OpenPlaylistFile(Form1& f) {
     d.Filter = QStringLiteral("ZOR Playlists (*.zpl)|*.zpl|WinAmp M3U Playlists (*.m3u)|*.m3u|All Files (*.*)|*.*");
     d.ShowOpen();
     s.PlaylistOpenName = d.FileName;
-    // 2
     if (s.PlaylistOpenName.isEmpty()) {
         Tell(j, kNoOpenName);
         return;
     }
-    // 3
     if (j.SongCount == 0) j.SongCount = 10;
     f.MFGrid1.SetVisible(false);
-    // 4: the catalogue stays hidden.
+    // A name that is not there ends the open; the catalogue stays hidden.
     if (!QFileInfo::exists(s.PlaylistOpenName)) return;
-    // 5
     if (IsM3uName(s.PlaylistOpenName)) {
         ReadM3u(f);
         f.MFGrid1.SetVisible(true);
         return;
     }
-    // 6 to 11. A file that fails to read ends the work without a word.
+    // A file that fails to read ends the work without a word.
     try {
         ReadZpl(f);
     } catch (const RuntimeError&) {
@@ -184,7 +181,6 @@ void ReadM3u(Form1& f) {
             bytes = copy;
         }
         if (!ReadM3uRows(bytes, f.MFGrid1, j.PlaylistEnd)) return;
-        // 4
         f.MFGrid1.SetVisible(true);
         j.PlaylistActive = 1;
         EnterPlaylistMode(f);

@@ -174,26 +174,27 @@ void EnterPlaylistMode(Form1& f) {
     Jukebox& j = f.j;
     SongGrid& catalogue = f.MFGrid1;
     SongGrid& list = f.MFgrid2;
-    // 1
+    // A new playlist starts a new random history.
     f.playlist.random = {};
-    // 2 to 4: from here on the window is in the playlist mode, also when
-    // there turns out to be nothing to play.
+    // From here on the window is in the playlist mode, also when there turns
+    // out to be nothing to play.
     ShowPlaylistGrids(f);
-    // 5: the window stays split with the catalogue's bar; Command7 leaves.
+    // Nothing marked: the window stays split with the catalogue's bar, and
+    // Command7 is the way out.
     if (j.PlaylistEnd <= 1) {
         if (j.HidePictureForms) j.HidePictureForms();
         ShowNoPlaylistBox(j);
         return;
     }
-    // 6, 7
+    // The bar turns; the catalogue's current column goes to the marks, the
+    // key of the sorts below.
     SetTip(f, *f.Command8, kRepeatTip, true);
     catalogue.SetCol(12);
     TurnBarToPlaylist(f);
-    // 8: the marked rows to the top, the highest mark first.
+    // The marked rows to the top, the highest mark first.
     catalogue.Sort(2);
-    // 9
     CopyMarkedRows(f);
-    // 10: the marks are the only key, over every row, so the list stands in
+    // The marks are the only key, over every row, so the list stands in
     // the order of marking whatever cell of MFgrid2 was current.
     list.SetCol(12);
     list.SetColSel(12);
@@ -202,15 +203,12 @@ void EnterPlaylistMode(Form1& f) {
     // of it up to the marks as keys.
     catalogue.SetColSel(std::clamp<int>(j.SortAtStartCopy, 0, kGridCols - 1));
     catalogue.Sort(1);
-    // 11
     SetModeTexts(f, true);
-    // 12
     if (j.PlayMode == 0) {
         f.ShowMessage(kYellow, j.Lang(QStringLiteral("Songs selected, but Playlist not yet started."),
                                       QStringLiteral("Songs geselecteerd, maar Playlist nog niet gestart.")));
         return;
     }
-    // 13
     f.ShowMessage(kYellow, j.Lang(QStringLiteral("Playlist has been made."), QStringLiteral("Playlist is gemaakt.")));
     j.platform.events.DoEvents();
     j.PlaylistActive = 1;
@@ -220,7 +218,7 @@ void EnterPlaylistMode(Form1& f) {
         j.ScrollHold = 0;
         RunPlaylist(f);
     }
-    // 14
+    // After a start or a show the next playlist does as the setting says.
     j.PlayMode = j.settings.DirectPlay;
 }
 

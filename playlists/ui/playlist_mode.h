@@ -11,12 +11,12 @@ class Form1;
 // in the order of marking, and does what PlayMode says: 0 show and report
 // not started, 1 start, 2 show as made.
 void EnterPlaylistMode(Form1& f);
-// Steps 2 to 4 of EnterPlaylistMode: the grids side by side, MFgrid2 in
+// The layout half of EnterPlaylistMode: the grids side by side, MFgrid2 in
 // MFGrid1's font, the headings; the window is then in the playlist mode.
-// A playlist read from a file takes these steps itself.
+// A playlist read from a file calls it itself.
 void ShowPlaylistGrids(Form1& f);
 // The bar as the playlist has it: the repeat tip, the transport buttons and
-// the playlist's tips and captions (steps 6, 7 and 11 there).
+// the playlist's tips and captions, as EnterPlaylistMode sets them.
 void TurnControlsToPlaylist(Form1& f);
 // Back to the catalogue: the bar, the layout, and a reload of the catalogue,
 // which clears every mark. A song that plays goes on.

@@ -23,31 +23,29 @@ const Field kYear{4, "Playlist with all the songs of the year ", "Playlist met a
 void SelectAllBy(Form1& f, const Field& field) {
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
-    // 1: in the playlist each of them turns on the random order, whatever
-    // its caption says, and cuts the song that plays.
+    // In the playlist each of them turns on the random order, whatever its
+    // caption says, and cuts the song that plays.
     if (j.PlaylistActive == 1) {
         j.Mp3Info.DurationSeconds = 2;
         j.SkipCommand = 4;
         return;
     }
-    // 2
     f.playlist.random = {};
-    // 3
     const QString shown = g.TextMatrix(g.Row(), field.col).trimmed();
     f.ShowMessage(kYellow, j.Lang(QString::fromLatin1(field.english) + shown + QStringLiteral(" is being made; Please Wait..."),
                                   QString::fromLatin1(field.dutch) + shown +
                                       QStringLiteral(" wordt nu gemaakt; Wacht s.v.p. ...")));
     j.platform.events.DoEvents();
     const QString key = FieldKey(shown);
-    // 4: hidden, the grid gathers the marks into one repaint.
+    // Hidden, the grid gathers the marks into one repaint.
     f.StartProgress(int(vb::Int(j.SongCount / 10.0)) + 1);
     g.SetVisible(false);
-    // 5, 6: sorted on this column, the group lies around the current row.
+    // Sorted on this column, the group lies around the current row.
     if (j.SortAtStartCopy != field.col)
         j.PlaylistEnd = MarkMatchingRows(g, field.col, key, j.SongCount, [&f](int value) { f.SetProgress(value); });
     else
         j.PlaylistEnd = MarkGroupAroundRow(g, field.col, key, j.SongCount);
-    // 7: the new playlist starts at once, whatever DirectPlay says.
+    // The new playlist starts at once, whatever DirectPlay says.
     g.SetVisible(true);
     f.ProgressBar1->setValue(0);
     j.IntroOnly = 0;

@@ -77,18 +77,17 @@ void RunPlaylist(Form1& f) {
     // while a song plays.
     QPointer<Form1> alive(&f);
     while (j.PlaylistPosition < j.PlaylistEnd && j.PlayStopped == 0) {
-        // 1
+        // Past the second row the list scrolls, keeping the song before the
+        // playing one in view above it.
         if (j.PlaylistPosition > 2) {
             list.SetTopRow(j.PlaylistPosition - 1);
             j.ScrollHold = 0;
         }
-        // 2, 3
         f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistPosition);
         list.SetRow(j.PlaylistPosition);
-        // 4: returns when the song is over, cut short or skipped for a fault.
+        // Returns when the song is over, cut short or skipped for a fault.
         PlayGridRow(f, list);
         if (!alive) return;
-        // 5
         Steer(f, history);
     }
 }
