@@ -120,7 +120,8 @@ private:
     bool unloaded_ = false;
 };
 
-// Step 13 of start-up and the language reload: captions, legend and tips.
+// The captions, button legend and tips in the current language; start-up
+// and the language reload both run it.
 void SetLanguageCaptions(Form1& f);
 // The position of the window and its parts for the screen and skin.
 void LayOutForm1(Form1& f);

@@ -25,7 +25,8 @@
 namespace zor {
 namespace {
 
-// Step 3: the program beside itself, or in one of the installation places.
+// The program beside itself, or in one of the installation places, which
+// then becomes ProgramDir for every file looked up from here on.
 bool FindProgramDir(Jukebox& j) {
     FileSystem& files = j.platform.files;
     const QString name = QString::fromLatin1(kProgramFileName);
@@ -55,13 +56,13 @@ void ShowProgramNotFound(Jukebox& j) {
     j.ShowMessageBuffer(vbCritical);
 }
 
-// Step 5: the scratch file the player is given to let go of a real song.
+// The scratch file the player is given to let go of a real song.
 void WriteScratchSong(Jukebox& j) {
     try {
         BinaryFile f(j.platform.files, j.ProgramFile(QStringLiteral("ZOR3.mp3")));
         f.Put(1, QByteArray(1000, '\0'));
     } catch (const RuntimeError&) {
-        // Ignored: start-up goes on at the next step.
+        // Ignored: start-up goes on without it.
     }
 }
 
@@ -84,7 +85,7 @@ void ReadScreenSize(Jukebox& j) {
     j.ScreenHeightPx = s.height();
 }
 
-// Step 12: the frame of the internal player.
+// The frame of the internal player.
 void PlacePlayerFrame(Form1& f) {
     Jukebox& j = f.j;
     if (j.settings.PlayerChoice != 4) {
@@ -140,7 +141,8 @@ void PaintArtisticSkin(Form1& f) {
 bool Form1Load(Form1& f) {
     Jukebox& j = f.j;
     Platform& p = j.platform;
-    // 1
+    // Load runs again at every skin or language reload, so each run sets
+    // its state afresh.
     j.ProgramDir = p.environment.ApplicationPath();
     while (j.ProgramDir.size() > 1 && j.ProgramDir.endsWith(u'/')) j.ProgramDir.chop(1);
     j.SkinReload = 0;
@@ -148,69 +150,60 @@ bool Form1Load(Form1& f) {
     j.DirectHelp = true;
     f.DHelp1->setChecked(true);
     j.CrossFadePresets = {15, 15, 19};
-    // 2
     f.Timer4->stop();
     f.MFgrid2.SetVisible(false);
-    // 3
     if (!FindProgramDir(j)) {
         ShowProgramNotFound(j);
         f.Unload();
         if (!p.process.Ended()) p.process.End();
         return false;
     }
-    // 4
+    // English and the normal skin's picture window until the settings say
+    // otherwise.
     j.Language = QStringLiteral("1");
     j.PictureTopPx = 152;
     j.PictureBottomPx = 205;
-    // 5
     WriteScratchSong(j);
-    // 6
     j.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
     j.PlayTimeCounter = 0;
     j.Timer1Ticks = 75;
     // EmptyNoticeCount starts at 0 with the process and is not reset here:
     // the notice comes once per process, also across skin reloads.
-    // 7
     f.Timer3->stop();
     f.Frame4->hide();
     f.Frame5->hide();
     f.Frame7->hide();
     f.ZOR0->menuAction()->setVisible(false);
     f.Command17->hide();
-    // 8
     if (const QString w = p.environment.WindowsDirectory(); !w.isEmpty()) j.WindowsDir = w;
     if (const QString s = p.environment.SystemDirectory(); !s.isEmpty()) j.SystemDir = s;
     if (j.ProgramDir.size() > 1) j.ProgramDrive = j.ProgramDir.left(1);
-    // 9
+    // A missing settings file is reported in the message line; start-up
+    // goes on.
     if (!LoadSettings(j))
         f.ShowMessage(kRed, j.ProgramDir + j.Lang(QStringLiteral("/ZORjuke.ini not found! Critical Error."),
                                                   QStringLiteral("/ZORjuke.ini niet gevonden! Kritische fout.")));
-    // 10, 11
     ReadScreenSize(j);
     ApplyLanguageFlag(j);
-    // 12, 13
     PlacePlayerFrame(f);
     SetLanguageCaptions(f);
-    // 14
     f.Picture1->hide();
     f.Picture2->hide();
     f.Frame3->txtSearchSpec->hide();
     ShowStartupHint(f);
-    // 15
     if (j.settings.ArtisticScreen != 0) {
         j.PictureTopPx = 171;
         j.PictureBottomPx = 235;
     }
-    // 16
     FillStyleTable(j.StyleTable);
-    // 17
+    // The screen is read again and the window laid out for it.
     ReadScreenSize(j);
     LayOutForm1(f);
-    // 18
     j.DatabaseFile = j.ProgramFile(QStringLiteral("Mp3data1.mdb"));
     j.SongCount = 1;
     j.StopRequested = 0;
-    // 19: the first-use test goes by the capitalised name; see the installation.
+    // First use writes the defaults; otherwise the settings are read a second
+    // time. The test goes by the capitalised name the installation writes.
     if (p.files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.INI"))).isEmpty()) {
         LayOutGrids(f);
         ApplyFirstUseDefaults(j.settings, p.environment.HomeDirectory());
@@ -218,18 +211,18 @@ bool Form1Load(Form1& f) {
     } else {
         LoadSettings(j);
     }
-    // 20
+    // The grids and the language once more, by the settings now in force.
     LayOutGrids(f);
     ApplyLanguageFlag(j);
     j.SortAtStartCopy = j.settings.SortAtStart;
     j.SortKeyCopy = j.settings.SortAtStart;
-    // 21
+    // The start picture covers the wait while the catalogue opens.
     if (j.settings.AutoLoad == 1) {
         if (j.ShowStartPicture) j.ShowStartPicture();
         OpenDatabase(f);
         if (j.HideStartPicture) j.HideStartPicture();
     }
-    // 23, 24
+    // The artistic skin, unless this reload is the return to the normal one.
     if (j.settings.ArtisticScreen == 1 && j.SkinSwitching == 0) {
         PaintArtisticSkin(f);
     } else if (j.ScreenWidthPx >= 1024) {

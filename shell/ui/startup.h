@@ -8,8 +8,10 @@ namespace zor {
 class Form1;
 struct Jukebox;
 
-// Form1's Load, steps 1 to 24. Returns false when the program was found in
-// none of its places: the error was shown and the process ended.
+// Form1's Load: finds the program's directory, reads the settings, lays the
+// window out and, with AutoLoad, opens the catalogue. It runs again at every
+// skin or language reload. Returns false when the program was found in none
+// of its places: the error was shown and the process ended.
 bool Form1Load(Form1& f);
 // The hint about the database engine that stands in the message line until
 // a catalogue opens, and again when one could not be opened.
