@@ -15,7 +15,7 @@ bool SameFile(const QString& a, const QString& b) {
     return (!ca.isEmpty() && ca == cb) || fa.absoluteFilePath() == fb.absoluteFilePath();
 }
 
-// This step deletes the catalogue, not the song. The catalogue is open for
+// The repair deletes the catalogue here, not the song. The catalogue is open for
 // as long as the jukebox runs, so the deletion is refused and the repair
 // ends with the song as it was. Should the file ever not be held open, it is
 // refused all the same: the repair must never cost the user the catalogue.
