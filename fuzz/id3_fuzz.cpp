@@ -7,7 +7,6 @@
 #include "platform/file_system.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdint>
 #include <cstdio>
@@ -15,18 +14,15 @@
 
 namespace {
 
-using zor::fuzzing::ReadAll;
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 using namespace zor;
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static QTemporaryDir dir;
     static FileSystem files;
-    Require(dir.isValid(), "no temporary directory");
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QByteArray bytes = Input(data, size);
     const qsizetype length = bytes.size();
 
     // From memory: the last 128 bytes (or what there is).
@@ -40,11 +36,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Require(encoded == tail + QByteArray(kId3TagBytes - tail.size(), '\0'), "untagged bytes changed on the way");
 
     // Through the file.
-    const QString path = dir.filePath(QStringLiteral("song.mp3"));
-    {
-        QFile f(path);
-        Require(f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == length, "cannot write");
-    }
+    const QString path = ScratchFile(QStringLiteral("song.mp3"));
+    WriteAll(path, bytes);
     Id3TagRecord tag;
     tag.Title = QStringLiteral("untouched");
     const bool found = ReadId3Tag(files, path, tag);

@@ -9,7 +9,6 @@
 #include "playback/play_log.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdint>
 #include <cstdio>
@@ -17,23 +16,17 @@
 
 namespace {
 
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 using namespace zor;
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static QTemporaryDir dir;
     static FileSystem files;
-    Require(dir.isValid(), "no temporary directory");
-    const QString path = dir.filePath(QStringLiteral("ZORjuke.log"));
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
-    {
-        QFile f(path);
-        Require(f.open(QIODevice::WriteOnly | QIODevice::Truncate), "cannot write");
-        Require(f.write(bytes) == bytes.size(), "cannot write");
-    }
+    const QString path = ScratchFile(QStringLiteral("ZORjuke.log"));
+    const QByteArray bytes = Input(data, size);
+    WriteAll(path, bytes);
 
     const qint64 lines = LogLineCount(qint64(size));
     Require(lines >= 0 && lines * kLogLineBytes <= qint64(size) + kLogLineBytes / 2, "line count out of reach");

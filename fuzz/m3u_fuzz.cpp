@@ -17,7 +17,7 @@
 
 namespace {
 
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 QStringList PlainWalk(QByteArrayView file) {
     QStringList lines;
@@ -34,7 +34,7 @@ QStringList PlainWalk(QByteArrayView file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace zor;
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QByteArray bytes = Input(data, size);
 
     QStringList read;
     M3uLineReader reader(bytes);

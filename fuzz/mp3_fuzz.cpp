@@ -8,7 +8,6 @@
 #include "platform/file_system.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdint>
 #include <cstdio>
@@ -16,7 +15,7 @@
 
 namespace {
 
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 using namespace zor;
 
@@ -30,15 +29,9 @@ bool HasHeaderByte(const uint8_t* data, size_t size) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static QTemporaryDir dir;
     static FileSystem files;
-    Require(dir.isValid(), "no temporary directory");
-    const QString path = dir.filePath(QStringLiteral("song.mp3"));
-    {
-        QFile f(path);
-        Require(f.open(QIODevice::WriteOnly | QIODevice::Truncate), "cannot write");
-        Require(f.write(reinterpret_cast<const char*>(data), qint64(size)) == qint64(size), "cannot write");
-    }
+    const QString path = ScratchFile(QStringLiteral("song.mp3"));
+    WriteAll(path, Input(data, size));
 
     // What an earlier song left; the marks show whether this one overwrote it.
     Mp3FrameInfo info;

@@ -10,7 +10,6 @@
 #include "shell/settings_file.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdint>
 #include <cstdio>
@@ -18,8 +17,7 @@
 
 namespace {
 
-using zor::fuzzing::ReadAll;
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 using namespace zor;
 
@@ -64,7 +62,6 @@ struct NoPlayers : MediaPlayerFactory {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static QTemporaryDir dir;
     static NoMessages messages;
     static NoDialog dialog;
     static NoClock clock;
@@ -76,9 +73,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static NoDesktop desktop;
     static NoPlayers players;
     static Platform platform{messages, dialog, clock, events, beeper, environment, process, files, desktop, players};
-    Require(dir.isValid(), "no temporary directory");
 
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QByteArray bytes = Input(data, size);
 
     Settings read;
     const bool complete = DecodeSettings(bytes, read);
@@ -91,12 +87,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     // The same bytes as the file in the program directory.
     Jukebox j(platform);
-    j.ProgramDir = dir.path();
+    j.ProgramDir = ScratchDir();
     const QString ini = j.ProgramFile(QStringLiteral("ZORjuke.ini"));
-    {
-        QFile f(ini);
-        Require(f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size(), "cannot write");
-    }
+    WriteAll(ini, bytes);
     Require(LoadSettings(j), "the settings file was not found");
     Require(EncodeSettings(j.settings) == record, "the file reads otherwise than the same bytes in memory");
 

@@ -18,7 +18,7 @@
 
 namespace {
 
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 using namespace zor;
 
@@ -99,7 +99,7 @@ void CheckSort(const QString& text, int order) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QByteArray bytes = Input(data, size);
 
     const QString ansi = cp1252::Decode(bytes);
     Require(ansi.size() == bytes.size(), "Windows-1252 is one character a byte");

@@ -12,11 +12,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-using zor::fuzzing::Require;
+using namespace zor::fuzzing;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace zor;
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QByteArray bytes = Input(data, size);
     const qint64 records = ZplRecordCount(bytes.size());
     Require(records * kZplRecordBytes <= bytes.size(), "more records than bytes");
     ZplRecord record;

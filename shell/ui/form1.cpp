@@ -167,7 +167,7 @@ void Form1::BuildPanels() {
     Frame5 = frame("Frame5");
     Frame7 = frame("Frame7");
     Frame8 = frame("Frame8");
-    auto picture = [this](const char* name, QWidget* parent) {
+    auto picture = [](const char* name, QWidget* parent) {
         auto* p = new QLabel(parent);
         p->setObjectName(QString::fromLatin1(name));
         return p;
