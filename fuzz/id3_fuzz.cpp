@@ -12,13 +12,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace {
-
-using namespace zor::fuzzing;
-
 using namespace zor;
-
-}  // namespace
+using namespace zor::fuzzing;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static FileSystem files;
