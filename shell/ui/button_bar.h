@@ -6,7 +6,8 @@
 // shown as it is. The buttons follow the words instead: each is centred on
 // its word as the legend's font measures it, so words and buttons line up in
 // either language and either mode.
-#include <QIcon>
+#include "shell/ui/button_pictures.h"
+
 #include <QPoint>
 #include <QSize>
 
@@ -15,12 +16,6 @@ class QFont;
 namespace zor {
 
 class Form1;
-
-// The pictograms of the buttons, left to right on the catalogue's bar.
-enum class ButtonPicture { Open, Save, Add, Find, Edit, Settings, Playlist, Artist, Exit };
-
-// A pictogram drawn at whatever size and pixel density it is asked for.
-QIcon ButtonPictureIcon(ButtonPicture picture);
 
 // The legend's font: fixed in pixels, as the window's layout is.
 QFont ButtonBarLegendFont();
