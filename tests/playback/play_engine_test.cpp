@@ -26,6 +26,18 @@
 namespace zor::testing {
 namespace {
 
+// The edges no song played through the window reaches: where the artistic
+// title's pulse turns, a picture interval left unset, a path without a folder.
+TEST(PlayEngineEdges, TheTitlePulseTurnsAt20And12AnUnsetIntervalIsSixSecondsABareNameHasNoFolder) {
+    EXPECT_EQ(NextTitlePulse(20, 1), -1);
+    EXPECT_EQ(NextTitlePulse(19.5, 1), 1);
+    EXPECT_EQ(NextTitlePulse(12, -1), -1);
+    EXPECT_EQ(NextTitlePulse(11.5, -1), 1);
+    EXPECT_EQ(PictureIntervalMs(0), 6000);
+    EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).directory, QString());
+    EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).fileName, QStringLiteral("song.mp3"));
+}
+
 struct PlayEngineTest : ::testing::Test {
     FormHarness h;
     QString song, missing;
