@@ -45,18 +45,6 @@ TEST_F(FakePlayerTest, ThePositionFollowsTheClockLessThePausesAndTheEndComesWith
     EXPECT_EQ(tp.players.Last().calls, (QStringList{"Open a.mp3", "Pause", "Play"}));
 }
 
-TEST_F(FakePlayerTest, ScriptedErrorsAndUnscriptedLengths) {
-    tp.players.errors[QStringLiteral("bad.mp3")] = 1;
-    player->Open(QStringLiteral("bad.mp3"));
-    EXPECT_NE(player->PlayerErrorFlag(), 0);
-    EXPECT_EQ(player->PlayState(), mpStopped);
-    player->Open(QStringLiteral("unknown.mp3"));  // no length: plays on and never ends
-    EXPECT_EQ(player->PlayerErrorFlag(), 0);
-    tp.events.Wait(3600 * 1000);
-    EXPECT_EQ(player->PlayState(), mpPlaying);
-    EXPECT_EQ(events, (Events{{0, 2}}));
-}
-
 TEST_F(FakePlayerTest, TheFileIsHeldUntilAnotherOpenAndAStopEventMayEndThePlayer) {
     QTemporaryDir dir;
     const QString song = dir.filePath(QStringLiteral("song.mp3"));

@@ -26,20 +26,16 @@
 namespace zor::testing {
 namespace {
 
-TEST(PlayEngineTexts, TheBoundariesOfTheCountdownPathScrollPulseAndWait) {
-    EXPECT_EQ(CountdownText(600), QStringLiteral("10:00"));
-    EXPECT_EQ(CountdownText(0), QStringLiteral("0:00"));
-    EXPECT_EQ(SplitSongPath(QStringLiteral("/m/a b.mp3")).directory, QStringLiteral("/m/"));
-    EXPECT_EQ(SplitSongPath(QStringLiteral("/m/a b.mp3")).fileName, QStringLiteral("a b.mp3"));
-    EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).directory, QString());
-    EXPECT_EQ(PictureIntervalMs(0), 6000);
-    EXPECT_DOUBLE_EQ(LyricsScrollTarget(50, 100, 20), 14);
-    EXPECT_DOUBLE_EQ(LyricsScrollTarget(5, 0, 20), 0);  // no length, no scroll, no division
+// The edges no song played through the window reaches: where the artistic
+// title's pulse turns, a picture interval left unset, a path without a folder.
+TEST(PlayEngineEdges, TheTitlePulseTurnsAt20And12AnUnsetIntervalIsSixSecondsABareNameHasNoFolder) {
     EXPECT_EQ(NextTitlePulse(20, 1), -1);
-    EXPECT_EQ(NextTitlePulse(11, -1), 1);
-    EXPECT_EQ(NextTitlePulse(15, -1), -1);
-    EXPECT_EQ(MsToNextSecond(100.0), 1005);
-    EXPECT_EQ(MsToNextSecond(100.75), 255);
+    EXPECT_EQ(NextTitlePulse(19.5, 1), 1);
+    EXPECT_EQ(NextTitlePulse(12, -1), -1);
+    EXPECT_EQ(NextTitlePulse(11.5, -1), 1);
+    EXPECT_EQ(PictureIntervalMs(0), 6000);
+    EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).directory, QString());
+    EXPECT_EQ(SplitSongPath(QStringLiteral("song.mp3")).fileName, QStringLiteral("song.mp3"));
 }
 
 struct PlayEngineTest : ::testing::Test {
@@ -95,6 +91,7 @@ TEST_F(PlayEngineTest, ASongPlaysToItsEndCountingDownAndIsLoggedAndAMissingOneIs
     EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 65 sec.")));
     // A second into the song the player is a little past its first second.
     EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 1:03")));
+    EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 1:00")));  // a whole minute is no "0:60"
     EXPECT_TRUE(Shown(line + QStringLiteral(" , Remaining: 0:09")));
     // The end tidies up: the count line, the bar, the clock text, the timer.
     EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
