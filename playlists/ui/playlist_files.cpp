@@ -9,7 +9,6 @@
 #include "playlists/zpl_record.h"
 #include "shell/ui/form1.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QProgressBar>
 
@@ -162,29 +161,19 @@ void OpenPlaylistAndPlay(Form1& f) {
 
 void ReadM3u(Form1& f) {
     Jukebox& j = f.j;
-    const QString& name = f.playlist.PlaylistOpenName;
     // A name the reader cannot split ends the read where it got to, with no
     // message and no playlist; so does a file that cannot be read.
     try {
-        BinaryFile file(j.platform.files, name, BinaryFile::ReadOnly);
-        // The file is looked at through a window that moves by lines or by
-        // single bytes; mapped, any size costs no more memory than it needs.
-        QFile mapped(name);
-        const qint64 size = file.Length();
-        QByteArray copy;
-        QByteArrayView bytes;
-        const uchar* map = size > 0 && mapped.open(QIODevice::ReadOnly) ? mapped.map(0, size) : nullptr;
-        if (map) {
-            bytes = QByteArrayView(map, size);
-        } else {
-            copy = file.Get(1, size);
-            bytes = copy;
-        }
+        // Read, not mapped: a file cut short while it is read would take the
+        // process down with it.
+        BinaryFile file(j.platform.files, f.playlist.PlaylistOpenName, BinaryFile::ReadOnly);
+        const QByteArray bytes = file.Get(1, file.Length());
         if (!ReadM3uRows(bytes, f.MFGrid1, j.PlaylistEnd)) return;
         f.MFGrid1.SetVisible(true);
         j.PlaylistActive = 1;
         EnterPlaylistMode(f);
     } catch (const RuntimeError&) {
+        j.PlaylistEnd = 1;
     }
 }
 
