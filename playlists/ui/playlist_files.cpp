@@ -53,14 +53,29 @@ void Tell(Jukebox& j, const Box& box) {
     j.ShowMessageBuffer(vbCritical | vbOKOnly);
 }
 
+// The extension of the dialog's chosen filter ("*.zpl" gives ".zpl"), or ""
+// for a filter of every file.
+QString ChosenExtension(const CommonDialog& d) {
+    const QStringList parts = d.Filter.split(u'|');
+    const qsizetype at = 2 * qsizetype(d.FilterIndex - 1) + 1;
+    if (d.FilterIndex < 1 || at >= parts.size()) return {};
+    const QString pattern = parts[at].section(u';', 0, 0).trimmed();
+    if (!pattern.startsWith(QStringLiteral("*.")) || pattern.indexOf(u'*', 1) >= 0 || pattern.contains(u'?')) return {};
+    return pattern.mid(1);
+}
+
 // The save dialog of both formats; returns the chosen name, "" for Cancel.
+// A name typed without an extension gets the chosen filter's, so that the
+// open dialog's filter finds the file again.
 QString AskSaveName(Form1& f, const QString& title, const QString& filter) {
     CommonDialog& d = f.j.platform.dialog;
     d.InitDir = f.j.ProgramDir + u'/';
     d.DialogTitle = title;
     d.Filter = filter;
+    d.FilterIndex = 1;
     d.ShowSave();
-    return d.FileName;
+    if (d.FileName.isEmpty() || !QFileInfo(d.FileName).suffix().isEmpty()) return d.FileName;
+    return d.FileName + ChosenExtension(d);
 }
 
 // An M3U file is known by its name alone: at least five characters ending
