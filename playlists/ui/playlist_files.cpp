@@ -143,6 +143,7 @@ void OpenPlaylistFile(Form1& f) {
     d.InitDir = j.ProgramDir + u'/';
     d.FileName.clear();
     d.Filter = QStringLiteral("ZOR Playlists (*.zpl)|*.zpl|WinAmp M3U Playlists (*.m3u)|*.m3u|All Files (*.*)|*.*");
+    d.FilterIndex = 1;
     d.ShowOpen();
     s.PlaylistOpenName = d.FileName;
     if (s.PlaylistOpenName.isEmpty()) {
