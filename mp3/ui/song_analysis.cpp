@@ -31,8 +31,8 @@ Mp3Analysis AnalyseOnGrid(Form1& f, SongGrid& grid, Mp3Caller caller, const Song
         const QString title = TrimmedBeforeNul(grid.Text());
         grid.SetCol(2);
         const QString artist = TrimmedBeforeNul(grid.Text());
-        j.SongInfoLine = SongInfoLine(title, artist, j.Mp3Info, j.Language);
-        f.ShowSongLine(j.SongInfoLine);
+        j.engine.SongInfoLine = SongInfoLine(title, artist, j.Mp3Info, j.Language);
+        f.ShowSongLine(j.engine.SongInfoLine);
     }
     return result;
 }
