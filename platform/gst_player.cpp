@@ -1,5 +1,7 @@
 #include "platform/gst_player.h"
 
+#include "platform/nul_text.h"
+
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QUrl>
@@ -146,8 +148,10 @@ void GstPlayer::Open(const QString& path) {
     error_ = 0;
     errorText_.clear();
     if (!pipeline_) return Fail(QStringLiteral("GStreamer's playbin is not available"));
-    hold_ = FileHold(files_, path);
-    const QByteArray uri = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()).toEncoded();
+    // A zero ends the name, as it did for every file function of old.
+    const QString name = TextBeforeNul(path);
+    hold_ = FileHold(files_, name);
+    const QByteArray uri = QUrl::fromLocalFile(QFileInfo(name).absoluteFilePath()).toEncoded();
     g_object_set(pipeline_, "uri", uri.constData(), nullptr);
     const GstStateChangeReturn loading = gst_element_set_state(pipeline_, GST_STATE_PAUSED);
     if (loading == GST_STATE_CHANGE_FAILURE) return Fail(QStringLiteral("Could not open the file."));

@@ -47,6 +47,9 @@ public:
     QString FileName;
     QString Filter;  // "description|pattern|description|pattern"
     QString DialogTitle;
+    // The filter shown first, from 1; after ShowOpen or ShowSave the one
+    // the user chose.
+    int FilterIndex = 1;
     virtual void ShowOpen() = 0;
     virtual void ShowSave() = 0;
 };

@@ -3,6 +3,7 @@
 #include "catalogue/song_grid.h"
 #include "platform/binary_file.h"
 #include "platform/cp1252.h"
+#include "platform/nul_text.h"
 #include "platform/runtime_error.h"
 #include "shell/jukebox.h"
 
@@ -67,13 +68,14 @@ void LogProgramStart(Jukebox& j) {
 void LogSongStart(Jukebox& j, SongGrid& grid) {
     if (j.settings.LogActivity == 0) return;
     LogRecord r = Stamped(j, {});
-    // The grid's current column walks over the three cells and ends on the title.
+    // The grid's current column walks over the three cells and ends on the
+    // title. A tag's field ends at its first zero, as it does on screen.
     grid.SetCol(4);
-    r.Year = grid.Text();
+    r.Year = TextBeforeNul(grid.Text());
     grid.SetCol(2);
-    r.Artist = grid.Text();
+    r.Artist = TextBeforeNul(grid.Text());
     grid.SetCol(1);
-    r.Song = grid.Text();
+    r.Song = TextBeforeNul(grid.Text());
     AppendLine(j, r);
 }
 

@@ -1,6 +1,7 @@
 #include "playlists/field_selection.h"
 
 #include "catalogue/song_grid.h"
+#include "platform/vb.h"
 
 #include <algorithm>
 
@@ -23,7 +24,9 @@ int32_t LastRow(const SongGrid& grid, int32_t songCount) { return std::min<int32
 
 }  // namespace
 
-QString FieldKey(const QString& cell) { return cell.trimmed().toLower(); }
+// Blanks only, as the comparison always trimmed: a tab or a line break is
+// part of the text.
+QString FieldKey(const QString& cell) { return vb::Trim(cell).toLower(); }
 
 int32_t MarkMatchingRows(SongGrid& grid, int col, const QString& key, int32_t songCount,
                          const std::function<void(int)>& progress) {

@@ -12,7 +12,7 @@ namespace zor {
 
 class SongGrid;
 
-// The key as the cell compares: trimmed and in lower case.
+// The key as the cell compares: trimmed of blanks and in lower case.
 QString FieldKey(const QString& cell);
 
 // Every row from 1 up to, not including, `songCount`. The grid's Row ends

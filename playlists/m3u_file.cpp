@@ -2,8 +2,11 @@
 
 #include "catalogue/song_grid.h"
 #include "platform/cp1252.h"
+#include "platform/nul_text.h"
 #include "platform/runtime_error.h"
 #include "platform/vb.h"
+
+#include <QStringDecoder>
 
 #include <algorithm>
 
@@ -35,26 +38,33 @@ qint64 DashAt(const QString& path, qint64 start) {
 
 }  // namespace
 
+QString DecodeM3uLine(QByteArrayView line) {
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(line);
+    return utf8.hasError() ? cp1252::Decode(line.toByteArray()) : text;
+}
+
 M3uLine TakeM3uLine(QByteArrayView file, qint64 pos) {
     M3uLine out;
     if (pos < 1 || pos > file.size()) return out;
     // At the end only the rest is read: nothing past the file is seen.
     const QByteArrayView w = file.sliced(pos - 1, std::min(kWindow, file.size() - pos + 1));
-    const QString chars = cp1252::Decode(w.toByteArray());
+    // The walk goes by bytes; the line is decoded once it is whole.
+    QByteArray line;
     for (qint64 i = 0; i < kWalk && i < w.size(); ++i) {
         if (IsBreak(w, i)) {
             out.step = i + 2;
-            if (out.text.isEmpty()) return out;
-            if (out.text.size() >= kShortestLine) {
+            if (line.isEmpty()) return out;
+            if (line.size() >= kShortestLine) {
+                out.text = DecodeM3uLine(line);
                 out.complete = true;
                 return out;
             }
             // A line of one to six characters goes on past its break.
         } else {
-            out.text.append(chars[i]);
+            line.append(w[i]);
         }
     }
-    out.text.clear();
     return out;
 }
 
@@ -110,11 +120,21 @@ bool ReadM3uRows(QByteArrayView file, SongGrid& grid, int32_t& playlistEnd) {
             grid.SetCol(1);
             continue;
         }
+        // A name that cannot be split leaves no row behind: the grid ends
+        // with the rows read whole before it.
+        QString artist, title;
+        try {
+            artist = vb::Trim(M3uArtist(line));
+            title = vb::Trim(M3uTitle(line));
+        } catch (const RuntimeError&) {
+            grid.SetRows(playlistEnd);
+            throw;
+        }
         ++playlistEnd;
         const int row = grid.Row();
         grid.SetTextMatrix(row, 6, line);
-        grid.SetTextMatrix(row, 2, vb::Trim(M3uArtist(line)));
-        grid.SetTextMatrix(row, 1, vb::Trim(M3uTitle(line)));
+        grid.SetTextMatrix(row, 2, artist);
+        grid.SetTextMatrix(row, 1, title);
         grid.SetRows(playlistEnd + 1);
         grid.SetRow(playlistEnd);
     }
@@ -125,8 +145,10 @@ bool ReadM3uRows(QByteArrayView file, SongGrid& grid, int32_t& playlistEnd) {
 QByteArray M3uHeader() { return QByteArrayLiteral("#EXTM3U\r\n"); }
 
 QByteArray M3uEntry(int32_t seconds, const QString& title, const QString& path) {
-    return QByteArrayLiteral("#EXTINF:") + QByteArray::number(seconds) + ',' + cp1252::Encode(title) + "\r\n" +
-           cp1252::Encode(path) + "\r\n";
+    // Other programs get the texts as they are shown: no padding of a
+    // fixed field and nothing from the first zero of a tag's field on.
+    return QByteArrayLiteral("#EXTINF:") + QByteArray::number(seconds) + ',' + TrimmedBeforeNul(title).toUtf8() +
+           "\r\n" + TrimmedBeforeNul(path).toUtf8() + "\r\n";
 }
 
 }  // namespace zor

@@ -1,7 +1,8 @@
 #pragma once
 // The M3U playlist as this jukebox reads and writes it. It writes the
 // extended form for other players ("#EXTM3U", then "#EXTINF:" seconds and
-// title, then the path, lines ending in CR LF, Windows-1252). It reads
+// title, then the path, lines ending in CR LF, UTF-8 so that players on
+// this system find the files by their names). It reads
 // lines of paths the old way: through a window of 200 bytes, a line of one
 // to six characters glued to the next, "#EXTINF" lines only placing the
 // row, and the artist and title cut from each file name. So its own files,
@@ -17,7 +18,12 @@ namespace zor {
 
 class SongGrid;
 
-// One turn of the reader at the 1-based position `pos`.
+// A line of the file as text: UTF-8 when it is valid UTF-8, else
+// Windows-1252, as lists made on Windows are.
+QString DecodeM3uLine(QByteArrayView line);
+
+// One turn of the reader at the 1-based position `pos`. The window and the
+// line lengths count bytes.
 struct M3uLine {
     QString text;
     qint64 step = 1;        // how far the reader then moves on
@@ -52,11 +58,12 @@ QString M3uTitle(const QString& path);
 // then a row a path (column 6 the line, 2 the artist, 1 the title, trimmed).
 // PlaylistEnd ends as the next row. Files under 10 bytes give no rows and
 // return false: the read ends there. A name the reader cannot split throws
-// run-time error 5 with the grid as far as it got; the caller's handler
-// ends the read there.
+// run-time error 5 with the grid holding the rows read whole before it and
+// PlaylistEnd after them; the caller's handler ends the read there.
 bool ReadM3uRows(QByteArrayView file, SongGrid& grid, int32_t& playlistEnd);
 
-// The lines as written, CR LF after each.
+// The lines as written, CR LF after each. The title and the path are cut
+// at a zero and trimmed of blanks.
 QByteArray M3uHeader();
 QByteArray M3uEntry(int32_t seconds, const QString& title, const QString& path);
 

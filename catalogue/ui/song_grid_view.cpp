@@ -1,5 +1,7 @@
 #include "catalogue/ui/song_grid_view.h"
 
+#include "platform/nul_text.h"
+
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -70,10 +72,12 @@ QVariant SongGridModel::data(const QModelIndex& index, int role) const {
     const int col = index.column();
     if (role == Qt::DisplayRole) {
         // A tag's fields come zero-padded and keep their zeros; text ends at
-        // the first zero on screen, as it always did.
-        const QStringView cell = grid_.RowCells(row)[col];
-        const qsizetype end = cell.indexOf(QChar(u'\0'));
-        return (end < 0 ? cell : cell.left(end)).toString();
+        // the first zero on screen, as it always did. The blanks that pad a
+        // playlist file's fields stay in the cell but not on the screen,
+        // where they would push the text out of its column.
+        QStringView shown = TextBeforeNul(grid_.RowCells(row)[col]);
+        while (shown.endsWith(u' ')) shown.chop(1);
+        return shown.toString();
     }
     // The fixed column keeps its grey whatever is selected.
     const bool selected = col > 0 && InSelection(grid_, row, col);

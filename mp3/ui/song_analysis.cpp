@@ -1,6 +1,7 @@
 #include "mp3/ui/song_analysis.h"
 
 #include "catalogue/song_grid.h"
+#include "platform/nul_text.h"
 #include "platform/vb.h"
 #include "shell/ui/form1.h"
 
@@ -16,16 +17,20 @@ Mp3Analysis AnalyseOnGrid(Form1& f, SongGrid& grid, Mp3Caller caller, const Song
     Jukebox& j = f.j;
     Mp3AnalysisOptions o;
     o.caller = caller;
-    o.SongPathOverride = request.SongPathOverride;
-    o.CurrentCell = grid.Text();
+    // The path is a file name here: a playlist's cells keep the blanks of
+    // their .zpl fields, and a zero ends a name. "XXX" stays the flag.
+    o.SongPathOverride = request.SongPathOverride == u"XXX" ? request.SongPathOverride
+                                                           : TrimmedBeforeNul(request.SongPathOverride);
+    o.CurrentCell = TrimmedBeforeNul(grid.Text());
     o.ShowSongInfoLine = request.ShowSongInfoLine;
     o.InventoryRun = request.InventoryRun;
     const Mp3Analysis result = AnalyseMp3File(j, j.Mp3Info, o);
     if (result.ShowSongInfoLine) {
+        // A tag's title or artist ends at its first zero on the screen.
         grid.SetCol(1);
-        const QString title = vb::Trim(grid.Text());
+        const QString title = TrimmedBeforeNul(grid.Text());
         grid.SetCol(2);
-        const QString artist = vb::Trim(grid.Text());
+        const QString artist = TrimmedBeforeNul(grid.Text());
         j.engine.SongInfoLine = SongInfoLine(title, artist, j.Mp3Info, j.Language);
         f.ShowSongLine(j.engine.SongInfoLine);
     }
@@ -45,7 +50,7 @@ Mp3Analysis AnalysePlaylistSong(Form1& f, const SongAnalysisRequest& request) {
 Mp3Analysis AnalyseForFileWindow(Form1& f) {
     Mp3AnalysisOptions o;
     o.caller = Mp3Caller::FileWindow;
-    o.CurrentCell = f.MFGrid1.Text();
+    o.CurrentCell = TrimmedBeforeNul(f.MFGrid1.Text());
     const Mp3Analysis result = AnalyseMp3File(f.j, f.j.Mp3Info, o);
     if (result.outcome == Mp3Outcome::Analysed) f.MFGrid1.SetCol(1);
     return result;
@@ -57,7 +62,7 @@ EditorAnalysis AnalyseForEditor(Form1& f) {
     grid.SetCol(kPathColumn);
     Mp3AnalysisOptions o;
     o.caller = Mp3Caller::Editor;
-    o.CurrentCell = grid.Text();
+    o.CurrentCell = TrimmedBeforeNul(grid.Text());
     EditorAnalysis e{AnalyseMp3File(j, j.Mp3Info, o), {}};
     if (e.analysis.outcome != Mp3Outcome::Analysed) return e;
     e.encodingText = j.Mp3Info.EncodingText + QStringLiteral(" kb/s.");

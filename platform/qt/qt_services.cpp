@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QUrl>
 
+#include <algorithm>
 #include <vector>
 
 namespace zor {
@@ -74,12 +75,33 @@ QString QtFilterFromVb(const QString& vbFilter) {
     return filters.join(QStringLiteral(";;"));
 }
 
+namespace {
+
+// Qt's dialogs take the filter shown first and report the chosen one by its
+// text; the common dialog numbers them from 1.
+struct FilterChoice {
+    QStringList filters;
+    QString selected;
+    explicit FilterChoice(const CommonDialog& d) : filters(QtFilterFromVb(d.Filter).split(QStringLiteral(";;"))) {
+        if (d.FilterIndex >= 1 && d.FilterIndex <= filters.size()) selected = filters[d.FilterIndex - 1];
+    }
+    int Index() const { return selected.isEmpty() ? 1 : int(filters.indexOf(selected)) + 1; }
+};
+
+}  // namespace
+
 void QtCommonDialog::ShowOpen() {
-    FileName = QFileDialog::getOpenFileName(QApplication::activeWindow(), DialogTitle, InitDir, QtFilterFromVb(Filter));
+    FilterChoice choice(*this);
+    FileName = QFileDialog::getOpenFileName(QApplication::activeWindow(), DialogTitle, InitDir,
+                                            choice.filters.join(QStringLiteral(";;")), &choice.selected);
+    FilterIndex = std::max(choice.Index(), 1);
 }
 
 void QtCommonDialog::ShowSave() {
-    FileName = QFileDialog::getSaveFileName(QApplication::activeWindow(), DialogTitle, InitDir, QtFilterFromVb(Filter));
+    FilterChoice choice(*this);
+    FileName = QFileDialog::getSaveFileName(QApplication::activeWindow(), DialogTitle, InitDir,
+                                            choice.filters.join(QStringLiteral(";;")), &choice.selected);
+    FilterIndex = std::max(choice.Index(), 1);
 }
 
 void QtBeeper::Beep() { QApplication::beep(); }

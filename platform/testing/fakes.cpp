@@ -24,6 +24,10 @@ int FakeMessageBoxes::MsgBox(const QString& prompt, int flags, const QString& ti
 void FakeCommonDialog::Answer(const char* kind) {
     calls.push_back({QString::fromLatin1(kind), InitDir, Filter, DialogTitle});
     FileName.clear();
+    if (!filterChoices.empty()) {
+        FilterIndex = filterChoices.front();
+        filterChoices.pop_front();
+    }
     if (!names.empty()) {
         FileName = names.front();
         names.pop_front();

@@ -36,6 +36,7 @@ public:
     };
     std::vector<Call> calls;
     std::deque<QString> names;  // taken one per dialog; "" or none means Cancel
+    std::deque<int> filterChoices;  // the filter the user picks, one per dialog; none keeps FilterIndex
     void ShowOpen() override;
     void ShowSave() override;
 

@@ -1,6 +1,7 @@
 #include "playback/ui/companion_support.h"
 
 #include "catalogue/song_grid.h"
+#include "platform/nul_text.h"
 #include "playback/ui/companions.h"
 #include "shell/ui/form1.h"
 
@@ -14,7 +15,8 @@ bool HasSongRow(const SongGrid& grid) { return grid.Row() >= grid.FixedRows() &&
 
 CompanionCells CellsOf(const SongGrid& grid) {
     const int r = grid.Row();
-    auto cell = [&](int c) { return vb::TrimmedView(grid.RowCells(r)[c]).toString(); };
+    // The cells become file names: a tag's field ends at its first zero.
+    auto cell = [&](int c) { return TrimmedBeforeNul(grid.RowCells(r)[c]); };
     return {cell(1), cell(2), cell(3), cell(6), cell(8)};
 }
 

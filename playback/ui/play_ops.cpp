@@ -6,6 +6,7 @@
 #include "playback/play_engine.h"
 #include "playback/play_log.h"
 #include "playback/ui/companions.h"
+#include "platform/nul_text.h"
 #include "shell/ui/form1.h"
 
 #include <QFrame>
@@ -20,7 +21,12 @@
 namespace zor {
 namespace {
 
-enum class SongOutcome { Over, TryAgain, WindowGone };
+enum class SongOutcome {
+    Over,       // the song had its player and is over, cut short or left to play on
+    NotPlayed,  // missing, or refused by the player
+    TryAgain,   // a header repair wants a second try
+    WindowGone,
+};
 enum class WaitOutcome { EndOfSong, PlayerFailed, WindowGone };
 
 // A skin change or the end of the program can take the window away while
@@ -97,11 +103,10 @@ void PulseTitle(Form1& f) {
 // player its position corrects the end once a second, so a pause pushes the
 // end out. Between seconds the loop sleeps until the clock's next second
 // while events run.
-WaitOutcome WaitForEnd(Form1& f, int barMax) {
+WaitOutcome WaitForEnd(Form1& f, int barMax, bool internal) {
     Jukebox& j = f.j;
     const Settings& s = j.settings;
     MediaPlayer& player = *f.MediaPlayer1;
-    const bool internal = s.PlayerChoice == 4;
     QPointer<Form1> alive(&f);
     double elapsed = 0, lastElapsed = 0;
     int ticks = 0, scrollLines = 0;
@@ -114,11 +119,17 @@ WaitOutcome WaitForEnd(Form1& f, int barMax) {
             int remaining = int(std::lround(j.Mp3Info.DurationSeconds - elapsed));
             if (internal) {
                 if (player.PlayerErrorFlag() != 0) return WaitOutcome::PlayerFailed;
-                remaining = int(player.Duration() - player.CurrentPosition());
-                if (remaining == 0) return WaitOutcome::EndOfSong;
-                // An intro keeps its own length; the display still counts
-                // down to the end of the file.
-                if (j.IntroOnly == 0) j.Mp3Info.DurationSeconds = remaining + int(elapsed);
+                // A player that cannot tell this song's length yet corrects
+                // nothing: the analyser's length counts until it can. Another
+                // file in the player (the scratch file of Esc) corrects as
+                // ever, and that ends the song.
+                if (player.Duration() > 0 || player.FileName() != j.engine.CurrentSongPath) {
+                    remaining = int(player.Duration() - player.CurrentPosition());
+                    if (remaining == 0) return WaitOutcome::EndOfSong;
+                    // An intro keeps its own length; the display still
+                    // counts down to the end of the file.
+                    if (j.IntroOnly == 0) j.Mp3Info.DurationSeconds = remaining + int(elapsed);
+                }
             }
             ++ticks;
             const QString countdown = CountdownText(remaining);
@@ -132,7 +143,8 @@ WaitOutcome WaitForEnd(Form1& f, int barMax) {
                 int position = ticks;
                 if (internal) {
                     position = std::max(int(std::floor(player.CurrentPosition())), 0);
-                    if (player.CurrentPosition() == player.Duration()) return WaitOutcome::EndOfSong;
+                    if (player.Duration() > 0 && player.CurrentPosition() == player.Duration())
+                        return WaitOutcome::EndOfSong;
                 }
                 if (position <= f.ProgressBar1->maximum()) f.ProgressBar1->setValue(position);
                 ScrollLyrics(f, ticks, barMax, scrollLines);
@@ -176,29 +188,48 @@ SongOutcome PlayerFailed(Form1& f) {
         }
     }
     EndOfSong(f);
-    return SongOutcome::Over;
+    return SongOutcome::NotPlayed;
 }
 
-void StartPlayer(Form1& f, SongGrid& grid) {
+// Who plays the song: the internal player, whose position the count-down
+// follows, or a program the engine cannot see.
+enum class PlayedBy { Internal, Outside, DesktopRefused };
+
+void OpenInInternalPlayer(Form1& f, const QString& path) {
+    f.Picture4->hide();
+    f.Frame8->show();
+    f.j.engine.CurrentSongPath = path;
+    f.MediaPlayer1->Open(path);
+}
+
+PlayedBy StartPlayer(Form1& f, SongGrid& grid) {
     Jukebox& j = f.j;
     const int16_t choice = j.settings.PlayerChoice;
     grid.SetCol(6);
     if (choice >= 1 && choice <= 3) {
         j.engine.CurrentSongPath.clear();
         if (j.StartExternalPlayer) j.StartExternalPlayer(grid);
-        return;
+        return PlayedBy::Outside;
     }
-    const SongFileParts parts = SplitSongPath(grid.Text().trimmed());
+    // The cell may come padded from a .zpl record, or with a tag's zeros.
+    const SongFileParts parts = SplitSongPath(TrimmedBeforeNul(grid.Text()));
+    const QString path = parts.directory + parts.fileName;
     if (choice == 4) {
-        f.Picture4->hide();
-        f.Frame8->show();
-        j.engine.CurrentSongPath = parts.directory + parts.fileName;
-        f.MediaPlayer1->Open(j.engine.CurrentSongPath);
-    } else if (choice == 0) {
-        // The desktop's program for the file type; whether it took the
-        // song is not known here, as with any outside player.
-        j.platform.desktop.Open(parts.directory + parts.fileName);
+        OpenInInternalPlayer(f, path);
+        return PlayedBy::Internal;
     }
+    if (choice != 0) return PlayedBy::Outside;
+    // The desktop's program for the file type. Where the desktop has none,
+    // as on many a new user's system, the song would play unheard: the
+    // internal player takes it instead.
+    if (j.platform.desktop.Open(path)) return PlayedBy::Outside;
+    OpenInInternalPlayer(f, path);
+    return PlayedBy::DesktopRefused;
+}
+
+QString DesktopRefusedNote(const Jukebox& j) {
+    return j.Lang(QStringLiteral(" - No PC Default player for this file: played by the ZOR player."),
+                  QStringLiteral(" - Geen PC Default speler voor dit bestand: gespeeld door de ZOR player."));
 }
 
 // One try at a song: the log line, the analysis, the player started, then the
@@ -214,9 +245,9 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     j.engine.PictureTurn = 0;
     f.ProgressBar1->setValue(0);
     if (Artistic(j)) {
-        f.Text7->setText(grid.TextMatrix(grid.Row(), 1));
-        f.Text6->setText(grid.TextMatrix(grid.Row(), 2));
-        f.Text9->setText(grid.TextMatrix(grid.Row(), 3));
+        f.Text7->setText(TextBeforeNul(grid.TextMatrix(grid.Row(), 1)));
+        f.Text6->setText(TextBeforeNul(grid.TextMatrix(grid.Row(), 2)));
+        f.Text9->setText(TextBeforeNul(grid.TextMatrix(grid.Row(), 3)));
     }
     if (s.MusicCentral == 1 && j.DriveMusicCentral) j.DriveMusicCentral(grid);
     if (s.ShowFirst == 1 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
@@ -229,20 +260,22 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
         // The analyser has told the catalogue's user; the playlist moves on.
         if (j.PlaylistActive == 0) j.PlayStopped = 1;
         grid.SetRedraw(true);
-        return SongOutcome::Over;
+        return SongOutcome::NotPlayed;
     }
     if (j.AnnounceSong && s.SpeakingDj == 1) {
         QPointer<Form1> alive(&f);
         j.AnnounceSong(grid);
         if (!WindowStays(alive)) return SongOutcome::WindowGone;
     }
-    StartPlayer(f, grid);
+    const PlayedBy playedBy = StartPlayer(f, grid);
+    const bool internal = playedBy != PlayedBy::Outside;
 
     const int barMax = j.Mp3Info.DurationSeconds + 1;
     f.ProgressBar1->setRange(0, std::max(barMax, 1));
-    if (s.PlayerChoice != 4 && !SettleWait(f)) return SongOutcome::WindowGone;
+    if (!internal && !SettleWait(f)) return SongOutcome::WindowGone;
     j.engine.SongStartTime = j.engine.SongLastTick = j.platform.clock.Now();
-    f.ShowSongLine(s.FastPc == 1 ? j.engine.SongInfoLine + RemainingText(j, j.Mp3Info.DurationSeconds) : j.engine.SongInfoLine);
+    const QString line = s.FastPc == 1 ? j.engine.SongInfoLine + RemainingText(j, j.Mp3Info.DurationSeconds) : j.engine.SongInfoLine;
+    f.ShowSongLine(playedBy == PlayedBy::DesktopRefused ? line + DesktopRefusedNote(j) : line);
     if (s.ShowFirst == 0 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
     grid.SetCol(1);
     grid.SetRedraw(true);
@@ -253,7 +286,7 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     j.engine.PictureTurn = 0;
     f.Timer3->start();
     if (j.IntroOnly == 1) j.Mp3Info.DurationSeconds = s.IntroSeconds;
-    switch (WaitForEnd(f, barMax)) {
+    switch (WaitForEnd(f, barMax, internal)) {
         case WaitOutcome::WindowGone: return SongOutcome::WindowGone;
         case WaitOutcome::PlayerFailed: return PlayerFailed(f);
         case WaitOutcome::EndOfSong: break;
@@ -266,10 +299,13 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
 
 void ShowCompanions(Form1& f, SongGrid& grid) { ShowCompanionsAlive(f, grid); }
 
-void PlayGridRow(Form1& f, SongGrid& grid) {
+bool PlayGridRow(Form1& f, SongGrid& grid) {
     // After a header repair the song gets a second try, and a second log line.
-    while (PlayOnce(f, grid) == SongOutcome::TryAgain) {
-    }
+    SongOutcome outcome;
+    do {
+        outcome = PlayOnce(f, grid);
+    } while (outcome == SongOutcome::TryAgain);
+    return outcome == SongOutcome::Over;
 }
 
 void PlayDatabaseRow(Form1& f) {

@@ -16,8 +16,9 @@ class SongGrid;
 void PlayDatabaseRow(Form1& f);
 // Plays the current row of the grid (MFGrid1, or MFgrid2 for the playlist loop)
 // and returns when the song is over; in the catalogue without FastPc, as soon
-// as the player has it.
-void PlayGridRow(Form1& f, SongGrid& grid);
+// as the player has it. False when the song could not be played: its file is
+// missing or the internal player refused it.
+bool PlayGridRow(Form1& f, SongGrid& grid);
 // The lyrics, the album's pictures and the artist picture of the current row.
 void ShowCompanions(Form1& f, SongGrid& grid);
 

@@ -9,7 +9,6 @@
 #include "playlists/zpl_record.h"
 #include "shell/ui/form1.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QProgressBar>
 
@@ -54,14 +53,29 @@ void Tell(Jukebox& j, const Box& box) {
     j.ShowMessageBuffer(vbCritical | vbOKOnly);
 }
 
+// The extension of the dialog's chosen filter ("*.zpl" gives ".zpl"), or ""
+// for a filter of every file.
+QString ChosenExtension(const CommonDialog& d) {
+    const QStringList parts = d.Filter.split(u'|');
+    const qsizetype at = 2 * qsizetype(d.FilterIndex - 1) + 1;
+    if (d.FilterIndex < 1 || at >= parts.size()) return {};
+    const QString pattern = parts[at].section(u';', 0, 0).trimmed();
+    if (!pattern.startsWith(QStringLiteral("*.")) || pattern.indexOf(u'*', 1) >= 0 || pattern.contains(u'?')) return {};
+    return pattern.mid(1);
+}
+
 // The save dialog of both formats; returns the chosen name, "" for Cancel.
+// A name typed without an extension gets the chosen filter's, so that the
+// open dialog's filter finds the file again.
 QString AskSaveName(Form1& f, const QString& title, const QString& filter) {
     CommonDialog& d = f.j.platform.dialog;
     d.InitDir = f.j.ProgramDir + u'/';
     d.DialogTitle = title;
     d.Filter = filter;
+    d.FilterIndex = 1;
     d.ShowSave();
-    return d.FileName;
+    if (d.FileName.isEmpty() || !QFileInfo(d.FileName).suffix().isEmpty()) return d.FileName;
+    return d.FileName + ChosenExtension(d);
 }
 
 // An M3U file is known by its name alone: at least five characters ending
@@ -129,6 +143,7 @@ void OpenPlaylistFile(Form1& f) {
     d.InitDir = j.ProgramDir + u'/';
     d.FileName.clear();
     d.Filter = QStringLiteral("ZOR Playlists (*.zpl)|*.zpl|WinAmp M3U Playlists (*.m3u)|*.m3u|All Files (*.*)|*.*");
+    d.FilterIndex = 1;
     d.ShowOpen();
     s.PlaylistOpenName = d.FileName;
     if (s.PlaylistOpenName.isEmpty()) {
@@ -162,29 +177,19 @@ void OpenPlaylistAndPlay(Form1& f) {
 
 void ReadM3u(Form1& f) {
     Jukebox& j = f.j;
-    const QString& name = f.playlist.PlaylistOpenName;
     // A name the reader cannot split ends the read where it got to, with no
     // message and no playlist; so does a file that cannot be read.
     try {
-        BinaryFile file(j.platform.files, name, BinaryFile::ReadOnly);
-        // The file is looked at through a window that moves by lines or by
-        // single bytes; mapped, any size costs no more memory than it needs.
-        QFile mapped(name);
-        const qint64 size = file.Length();
-        QByteArray copy;
-        QByteArrayView bytes;
-        const uchar* map = size > 0 && mapped.open(QIODevice::ReadOnly) ? mapped.map(0, size) : nullptr;
-        if (map) {
-            bytes = QByteArrayView(map, size);
-        } else {
-            copy = file.Get(1, size);
-            bytes = copy;
-        }
+        // Read, not mapped: a file cut short while it is read would take the
+        // process down with it.
+        BinaryFile file(j.platform.files, f.playlist.PlaylistOpenName, BinaryFile::ReadOnly);
+        const QByteArray bytes = file.Get(1, file.Length());
         if (!ReadM3uRows(bytes, f.MFGrid1, j.PlaylistEnd)) return;
         f.MFGrid1.SetVisible(true);
         j.PlaylistActive = 1;
         EnterPlaylistMode(f);
     } catch (const RuntimeError&) {
+        j.PlaylistEnd = 1;
     }
 }
 

@@ -31,7 +31,7 @@ void SelectAllBy(Form1& f, const Field& field) {
         return;
     }
     f.playlist.random = {};
-    const QString shown = g.TextMatrix(g.Row(), field.col).trimmed();
+    const QString shown = vb::Trim(g.TextMatrix(g.Row(), field.col));
     f.ShowMessage(kYellow, j.Lang(QString::fromLatin1(field.english) + shown + QStringLiteral(" is being made; Please Wait..."),
                                   QString::fromLatin1(field.dutch) + shown +
                                       QStringLiteral(" wordt nu gemaakt; Wacht s.v.p. ...")));

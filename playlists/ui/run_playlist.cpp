@@ -76,7 +76,12 @@ void RunPlaylist(Form1& f) {
     // A skin change or the end of the program can take the window away
     // while a song plays.
     QPointer<Form1> alive(&f);
-    while (j.PlaylistPosition < j.PlaylistEnd && j.PlayStopped == 0) {
+    // Songs in a row that could not be played. A whole list of them would
+    // otherwise go round for ever at full speed, unattended.
+    int32_t notPlayed = 0;
+    // Only rows the list has: a PlaylistEnd left by marks or a failed read
+    // is no playlist.
+    while (j.PlaylistPosition < j.PlaylistEnd && j.PlaylistPosition < list.Rows() && j.PlayStopped == 0) {
         // Past the second row the list scrolls, keeping the song before the
         // playing one in view above it.
         if (j.PlaylistPosition > 2) {
@@ -86,8 +91,22 @@ void RunPlaylist(Form1& f) {
         f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistPosition);
         list.SetRow(j.PlaylistPosition);
         // Returns when the song is over, cut short or skipped for a fault.
-        PlayGridRow(f, list);
+        const bool played = PlayGridRow(f, list);
         if (!alive) return;
+        // Events go through once a row whatever became of the song: one
+        // that could not be played returns at once, and Stop and Esc must
+        // still reach the loop.
+        j.platform.events.DoEvents();
+        if (!alive) return;
+        notPlayed = played ? 0 : notPlayed + 1;
+        if (notPlayed >= j.PlaylistEnd - 1 && j.PlayStopped == 0) {
+            j.PlayStopped = 1;
+            f.ShowMessage(kRed, j.Lang(QStringLiteral("None of the songs of the Playlist could be played; "
+                                                      "the Playlist has been stopped."),
+                                       QStringLiteral("Geen enkele song van de Playlist kon worden gespeeld; "
+                                                      "de Playlist is gestopt.")));
+            return;
+        }
         Steer(f, history);
     }
 }

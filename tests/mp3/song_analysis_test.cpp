@@ -83,6 +83,24 @@ TEST_F(SongAnalysisTest, EachAnalyserReadsItsOwnGridAndTellsAMissingFileInItsOwn
     EXPECT_EQ(h.boxes().shown[2].flags, vbCritical);
 }
 
+TEST_F(SongAnalysisTest, APlaylistsPaddedCellsAndATagsZerosAreTakenAsTheNameAndTextTheyHold) {
+    // A row as a .zpl file gives it back: every field padded with blanks;
+    // the title as a tag pads it, with zeros.
+    SongGrid& list = f().MFgrid2;
+    list.SetRows(2);
+    list.SetTextMatrix(1, 1, QStringLiteral("Tune") + QString(36, QChar(0)));
+    list.SetTextMatrix(1, 2, QStringLiteral("Band") + QString(36, u' '));
+    for (const QString& cell : {song + QString(100 - song.size(), u' '), song + QString(3, QChar(0)) + QStringLiteral("x")}) {
+        list.SetTextMatrix(1, 6, cell);
+        OnRow(list, 1);
+        f().j.PlaylistActive = 1;
+        const Mp3Analysis a = AnalysePlaylistSong(f(), {.ShowSongInfoLine = true});
+        EXPECT_FALSE(a.SongFileMissing);
+        EXPECT_EQ(f().j.Mp3Info.DurationSeconds, 65);
+        EXPECT_EQ(f().Text1->text(), QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05"));
+    }
+}
+
 TEST_F(SongAnalysisTest, TheEditorsAnalysisShowsTheRateAndEmptiesTheStoredOne) {
     // The record reached is the one at the absolute position the row's
     // record number gives: the second record for the first row.

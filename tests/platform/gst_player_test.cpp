@@ -162,6 +162,12 @@ TEST_F(GstPlayerTest, TheSongIsHeldOpenUntilTheScratchFileIsOpened) {
     player.Open(Mp3(QStringLiteral("next.mp3"), 1));  // one song after another
     EXPECT_EQ(ErrorOf([&] { files.Kill(Path(QStringLiteral("moved.mp3"))); }), 0);
     EXPECT_EQ(ErrorOf([&] { files.Kill(Path(QStringLiteral("next.mp3"))); }), 75);
+
+    // A name ended by a tag's zeros is the file up to them.
+    const QString tagged = Mp3(QStringLiteral("tagged.mp3"), 1);
+    player.Open(tagged + QString(3, QChar(0)) + QStringLiteral("junk"));
+    EXPECT_EQ(player.PlayerErrorFlag(), 0) << player.ErrorText().toStdString();
+    EXPECT_EQ(ErrorOf([&] { files.Kill(tagged); }), 75);
 }
 
 TEST_F(GstPlayerTest, TwoPlayersPlayAtOnceWithTheirOwnVolumeAndBalance) {

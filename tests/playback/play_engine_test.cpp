@@ -14,6 +14,8 @@
 #include "tests/support/form_harness.h"
 #include "tests/support/song_bytes.h"
 
+#include <QDir>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -324,6 +326,85 @@ TEST_F(PlayEngineTest, TheDesktopProgramGetsTheSongAfterTheSettleWait) {
     DoubleClick(1);
     EXPECT_EQ(h.inst.tp.desktop.opened, QStringList({song}));
     EXPECT_NEAR(Second(), 1 + 65, 3);  // the settle second, then the song by the clock
+}
+
+TEST_F(PlayEngineTest, WithoutADesktopProgramPcDefaultPlaysTheSongOnTheInternalPlayerAndSaysSo) {
+    // The first-use settings: PC Default, no count-down in the catalogue.
+    Start([](Settings& s) {
+        s.PlayerChoice = 0;
+        s.FastPc = 0;
+    });
+    h.inst.tp.desktop.succeed = false;
+    const struct {
+        const char* language;
+        QString line;
+    } cases[] = {
+        {"1", QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05 - No PC Default player for this file: played by the "
+                             "ZOR player.")},
+        {"0", QStringLiteral("> Tune - Band,  96 kb/s.; Duur: 1:05 - Geen PC Default speler voor dit bestand: gespeeld "
+                             "door de ZOR player.")},
+    };
+    for (const auto& c : cases) {
+        j().Language = QString::fromLatin1(c.language);
+        DoubleClick(1);
+        EXPECT_EQ(h.inst.tp.desktop.opened.last(), song);
+        EXPECT_EQ(player().calls.last(), QStringLiteral("Open ") + song);
+        EXPECT_EQ(player().PlayState(), mpPlaying);
+        EXPECT_EQ(Second(), 0);  // no settle wait: the engine sees this player
+        EXPECT_EQ(f().Text1->text(), c.line);
+    }
+    const QString line = QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05");
+
+    // A desktop that takes the song leaves the internal player alone.
+    h.inst.tp.desktop.succeed = true;
+    player().calls.clear();
+    j().Language = QStringLiteral("1");
+    during = [this](double) { h.Tick(1); };
+    DoubleClick(1);
+    EXPECT_EQ(player().calls.filter(QStringLiteral("Open")), QStringList());
+    EXPECT_EQ(f().Text1->text(), line);
+}
+
+TEST_F(PlayEngineTest, ASongWhoseLengthThePlayerCannotTellPlaysForTheAnalysersLength) {
+    Start();
+    h.inst.tp.players.durations.erase(song);  // Duration stays 0
+    DoubleClick(1);
+    EXPECT_NEAR(Second(), 65, 2);
+    EXPECT_TRUE(Shown(QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05 , Remaining: 0:30")));
+    EXPECT_EQ(j().Mp3Info.DurationSeconds, 0);
+}
+
+TEST_F(PlayEngineTest, ATagsZeroBytesEndItsTextsOnScreenInTheLogAndWhereTheyBecomeFileNames) {
+    Start([](Settings& s) { s.ArtisticScreen = 1; });
+    const QString pictures = h.inst.home + QStringLiteral("/pic");
+    ASSERT_TRUE(QDir().mkpath(pictures));
+    QImage picture(8, 6, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    ASSERT_TRUE(picture.save(pictures + QStringLiteral("/Band.jpg"), "JPG"));
+    j().settings.PicturesPath = pictures;
+    j().settings.ShowPictureAtPlay = 1;
+    // A title and an artist as a tag pads them, and a path that ends in zeros.
+    const QString zeros(5, QChar(0));
+    f().MFGrid1.SetTextMatrix(1, 1, QStringLiteral("Tune") + zeros);
+    f().MFGrid1.SetTextMatrix(1, 2, QStringLiteral("Band") + zeros + QStringLiteral("junk"));
+    f().MFGrid1.SetTextMatrix(1, 6, song + zeros);
+    QStringList warnings;
+    static QStringList* collected = nullptr;
+    collected = &warnings;
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& message) { *collected << message; });
+    DoubleClick(1);
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(warnings.filter(QStringLiteral("Broken filename")).size(), 0);
+    EXPECT_EQ(player().calls.first(), QStringLiteral("Open ") + song);
+    EXPECT_TRUE(Shown(QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05 , Remaining: 65 sec.")));
+    EXPECT_EQ(f().Text6->text(), QStringLiteral("Band"));
+    EXPECT_EQ(f().Text7->text(), QStringLiteral("Tune"));
+    // The picture was found by the artist's name alone, at the first look.
+    EXPECT_EQ(j().companion.PictureNumber, 1);
+    const QByteArray log = FileBytes(h.inst.File(QStringLiteral("ZORjuke.log")));
+    EXPECT_FALSE(log.contains('\0'));
+    EXPECT_TRUE(log.contains(QByteArray("Tune").leftJustified(30, ' ') + QByteArray("Band").leftJustified(20, ' ')));
 }
 
 // A real song through GStreamer into the fake sink, by the real clock.

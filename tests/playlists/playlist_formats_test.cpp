@@ -94,12 +94,15 @@ TEST(M3uReader, PathsBecomeRowsWithArtistAndTitleFromTheirNamesQuirksAndBadBytes
          0, 3, 3,
          {{0, 1, "SONG:"}, {0, 2, "ARTIST:"}, {0, 6, "PATH:"}, {1, 6, "C:\\Music\\ABBA - Waterloo.mp3"}, {1, 2, "ABBA"},
           {1, 1, "Waterloo"}, {1, 3, ""}, {2, 2, "Queen"}, {2, 1, "Bohemian Rhapsody"}}},
-        // Its own header is a path without a hyphen: it goes into the first
-        // row (whose first character is never a separator), then the read ends.
+        // Its own header is a path without a hyphen: the read ends there,
+        // and no row is left of it.
         {"own file", M3uHeader() + M3uEntry(200, QStringLiteral("Waterloo"), QStringLiteral("/m/ABBA - Waterloo.mp3")), 5,
-         2, 2, {{1, 6, "#EXTM3U"}, {1, 2, "EXTM3U"}}},
+         1, 1, {}},
         {"a hyphen in the last four fails after the rows before it", "/m/A - B.mp3\r\n/m/Song.m-p3\r\n/m/C - D.mp3\r\n", 5,
-         3, 3, {{1, 1, "B"}, {2, 6, "/m/Song.m-p3"}}},
+         2, 2, {{1, 1, "B"}, {1, 6, "/m/A - B.mp3"}}},
+        {"UTF-8 lines, and Windows-1252 where a line is not UTF-8",
+         "/m/Caf\xC3\xA9 Trio - Zo\xC3\xAB.mp3\r\n/m/Caf\xE9 Trio - Zo\xEB.mp3\r\n", 0, 3, 3,
+         {{1, 2, "Caf\u00e9 Trio"}, {1, 1, "Zo\u00eb"}, {2, 2, "Caf\u00e9 Trio"}, {2, 6, "/m/Caf\u00e9 Trio - Zo\u00eb.mp3"}}},
         {"a hyphen just before the extension leaves an empty title", "/m/Artist-.mp3\r\n/m/X - Y.mp3\r\n", 0, 3, 3,
          {{1, 2, "Artist"}, {1, 1, ""}}},
         {"a short line is glued to the next, its line feed inside", "a.mp3\r\n/m/X - Y.mp3\r\n/m/P - Q.mp3\r\n", 0, 3, 3,
@@ -125,10 +128,14 @@ TEST(M3uReader, PathsBecomeRowsWithArtistAndTitleFromTheirNamesQuirksAndBadBytes
     }
 }
 
-TEST(M3uWriter, EntriesAreExtendedLinesInWindows1252WithCrLf) {
+TEST(M3uWriter, EntriesAreExtendedLinesInUtf8WithCrLfTrimmedAndCutAtAZero) {
     EXPECT_EQ(M3uHeader(), QByteArray("#EXTM3U\r\n"));
     EXPECT_EQ(M3uEntry(215, QStringLiteral("Caf\u00e9 \u20ac"), QStringLiteral("/m/A - Caf\u00e9.mp3")),
-              QByteArray("#EXTINF:215,Caf\xE9 \x80\r\n/m/A - Caf\xE9.mp3\r\n"));
+              QByteArray("#EXTINF:215,Caf\xC3\xA9 \xE2\x82\xAC\r\n/m/A - Caf\xC3\xA9.mp3\r\n"));
+    // A .zpl field's blanks and a tag's zeros stay out of the lines.
+    const QString zeros(4, QChar(0));
+    EXPECT_EQ(M3uEntry(9, QStringLiteral("Tune") + zeros + QStringLiteral("x"), QStringLiteral("/m/a.mp3") + QString(92, u' ')),
+              QByteArray("#EXTINF:9,Tune\r\n/m/a.mp3\r\n"));
     EXPECT_EQ(M3uEntry(-3, QString(), QString()), QByteArray("#EXTINF:-3,\r\n\r\n"));
 }
 
