@@ -122,11 +122,11 @@ QByteArray EncodeSettings(const Settings& s);
 bool DecodeSettings(const QByteArray& bytes, Settings& s);
 
 // The defaults a fresh installation starts with (the record when the settings
-// file is missing at start-up). Default paths name a drive; `home` stands in
-// for it.
-void ApplyFirstUseDefaults(Settings& s, const QString& home);
+// file is missing at start-up). Default paths name a drive ("C:\Lyrics") and
+// stay so in the record; they are mapped where they are used.
+void ApplyFirstUseDefaults(Settings& s);
 // What the general settings screen's defaults button sets.
-void ApplyCommand2Defaults(Settings& s, const QString& home);
+void ApplyCommand2Defaults(Settings& s);
 
 // The fixed line every full save writes into AuthorStamp (89 characters; the
 // field keeps 50).

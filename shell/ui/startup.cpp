@@ -164,7 +164,8 @@ bool Form1Load(Form1& f) {
     j.PictureTopPx = 152;
     j.PictureBottomPx = 205;
     WriteScratchSong(j);
-    j.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
+    // Kept as written, as every default path; its user maps it (MapPath).
+    j.DefaultCopyDir = QStringLiteral("C:\\!MP3\\");
     j.PlayTimeCounter = 0;
     j.Timer1Ticks = 75;
     // EmptyNoticeCount starts at 0 with the process and is not reset here:
@@ -206,7 +207,7 @@ bool Form1Load(Form1& f) {
     // time. The test goes by the capitalised name the installation writes.
     if (p.files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.INI"))).isEmpty()) {
         LayOutGrids(f);
-        ApplyFirstUseDefaults(j.settings, p.environment.HomeDirectory());
+        ApplyFirstUseDefaults(j.settings);
         SaveSettings(j);
     } else {
         LoadSettings(j);
