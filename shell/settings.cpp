@@ -4,6 +4,8 @@
 
 #include <QtEndian>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace zor {
@@ -268,6 +270,26 @@ void ApplyCommand2Defaults(Settings& s) {
     s.MaximizePicture = 0;
     s.ScrollLyrics = 1;
     s.SpeakingDj = 0;
+}
+
+void MakeSettingsUsable(Settings& s) {
+    const auto fit = [](auto& v, int low, int high) { v = static_cast<std::remove_reference_t<decltype(v)>>(std::clamp<int>(v, low, high)); };
+    fit(s.SortAtStart, 0, 12);
+    fit(s.SortDirection, 1, 2);
+    fit(s.PlayerChoice, 0, 4);
+    fit(s.Language, 0, 1);
+    fit(s.ArtisticScreen, 0, 1);
+    for (auto* widths : {&s.GridColumnWidth, &s.PlaylistColumnWidth})
+        for (int32_t& w : *widths) fit(w, 0, kWidestColumn);
+    const auto size = [](double& points, double otherwise) {
+        points = std::isnan(points) ? otherwise : std::clamp(points, kSmallestFontSize, kLargestFontSize);
+    };
+    size(s.GridFontSize, 10);
+    size(s.LyricsFontSize, 10);
+    size(s.PrinterFontSize, 8);
+    for (QString* name : {&s.GridFontName, &s.LyricsFontName, &s.PrinterFontName})
+        if (name->trimmed().isEmpty()) *name = QStringLiteral("Arial");
+    for (int32_t* colour : {&s.GridFontColour, &s.LyricsFontColour, &s.PrinterFontColour}) *colour &= 0x00FFFFFF;
 }
 
 QString AuthorStampText() {

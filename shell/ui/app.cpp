@@ -1,5 +1,6 @@
 #include "shell/ui/app.h"
 
+#include "platform/guard.h"
 #include "playback/play_log.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/startup.h"
@@ -14,7 +15,11 @@ App::~App() { j.ReloadMainWindow = nullptr; }
 
 bool App::Start() {
     form_ = std::make_unique<Form1>(j);
-    if (!Form1Load(*form_)) return false;
+    // Load runs as any event does: a run-time error in it shows its box and
+    // ends the load there, and the window comes up with what was done.
+    bool loaded = true;
+    Guarded(j.platform.messages, [&] { loaded = Form1Load(*form_); }, j.HidePictureForms);
+    if (!loaded) return false;
     if (!started_) {
         started_ = true;
         LogProgramStart(j);

@@ -184,6 +184,9 @@ bool Form1Load(Form1& f) {
     if (!LoadSettings(j))
         f.ShowMessage(kRed, j.ProgramDir + j.Lang(QStringLiteral("/ZORjuke.ini not found! Critical Error."),
                                                   QStringLiteral("/ZORjuke.ini niet gevonden! Kritische fout.")));
+    // A damaged record must not stop the start: what can't be used is taken
+    // as the nearest value that can.
+    MakeSettingsUsable(j.settings);
     ReadScreenSize(j);
     ApplyLanguageFlag(j);
     PlacePlayerFrame(f);
@@ -211,6 +214,7 @@ bool Form1Load(Form1& f) {
         SaveSettings(j);
     } else {
         LoadSettings(j);
+        MakeSettingsUsable(j.settings);
     }
     // The grids and the language once more, by the settings now in force.
     LayOutGrids(f);
