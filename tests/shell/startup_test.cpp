@@ -4,6 +4,7 @@
 #include "playback/play_log.h"
 #include "shell/ui/path_selector.h"
 #include "shell/ui/startup.h"
+#include "catalogue/ui/song_grid_view.h"
 #include "platform/runtime_error.h"
 #include "tests/support/form_harness.h"
 #include "tests/support/grid_columns.h"
@@ -14,6 +15,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFrame>
+#include <QHeaderView>
+#include <QMouseEvent>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -280,6 +283,30 @@ TEST(StartUp, ARunTimeErrorInTheLoadShowsItsBoxAfterHidingThePicturesAndTheProgr
         EXPECT_EQ(tp.process.ends, 0);
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+// One setting the whole way: a column's width dragged by the user, saved with
+// the settings, and shown at the next start of the program.
+TEST(SettingsRoad, AColumnDraggedWiderIsSavedAndShownAtTheNextStart) {
+    FormHarness h;
+    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Song", "Artist"}});
+    ASSERT_TRUE(h.Start());
+    QHeaderView* header = h.form().MFGrid1View->horizontalHeader();
+    const int before = header->sectionSize(3);
+    const int border = header->sectionViewportPosition(3) + before - 1;
+    const int y = header->height() / 2;
+    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, QPoint(border, y));
+    QMouseEvent move(QEvent::MouseMove, QPointF(border + 57, y), header->viewport()->mapToGlobal(QPointF(border + 57, y)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(header->viewport(), &move);
+    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, QPoint(border + 57, y));
+    ASSERT_EQ(header->sectionSize(3), before + 57);
+    h.Click("Sett3");
+
+    ASSERT_TRUE(h.Start());
+    EXPECT_EQ(h.form().MFGrid1.ColWidth(3), PxToTwips(before + 57));
+    EXPECT_EQ(h.form().MFGrid1View->columnWidth(3), before + 57);
+    EXPECT_EQ(h.form().MFGrid1View->columnWidth(2), TwipsToPx(2200));
 }
 
 TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) {
