@@ -6,6 +6,9 @@
 #include "shell/ui/startup.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/runtime_error.h"
+#include "playback/ui/companion_forms.h"
+#include "playback/ui/companions.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/form_harness.h"
 #include "tests/support/grid_columns.h"
 
@@ -20,6 +23,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QMenu>
 #include <QTest>
 
@@ -307,6 +311,22 @@ TEST(SettingsRoad, AColumnDraggedWiderIsSavedAndShownAtTheNextStart) {
     EXPECT_EQ(h.form().MFGrid1.ColWidth(3), PxToTwips(before + 57));
     EXPECT_EQ(h.form().MFGrid1View->columnWidth(3), before + 57);
     EXPECT_EQ(h.form().MFGrid1View->columnWidth(2), TwipsToPx(2200));
+}
+
+// The installation's record keeps its drive-letter defaults, through a start
+// and a save, and the lyrics are looked for where "C:\Lyrics" stands on this
+// machine: the user's home.
+TEST(StartUp, DefaultPathsStayAsWrittenAndAreMappedWhereUsed) {
+    FormHarness h;
+    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Tune", "Band", "", "", "", "/music/Tune.mp3"}});
+    ASSERT_TRUE(QDir().mkpath(h.inst.home + "/Lyrics"));
+    ASSERT_TRUE(WriteFileBytes(h.inst.home + "/Lyrics/Tune.txt", "la la la\r\n"));
+    ASSERT_TRUE(h.Start());
+    h.Click("Sett3");
+    EXPECT_EQ(h.inst.ReadSettings().LyricsPath.Trimmed(), "C:\\Lyrics");
+    h.form().MFGrid1.SetRow(1);
+    h.Click("Lyr1");
+    EXPECT_EQ(h.form().companions->Form3().Face()->toPlainText(), "la la la\n");
 }
 
 TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) {
