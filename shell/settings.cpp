@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <type_traits>
 
 namespace zor {
 namespace {
@@ -273,7 +274,9 @@ void ApplyCommand2Defaults(Settings& s) {
 }
 
 void MakeSettingsUsable(Settings& s) {
-    const auto fit = [](auto& v, int low, int high) { v = static_cast<std::remove_reference_t<decltype(v)>>(std::clamp<int>(v, low, high)); };
+    const auto fit = [](auto& v, int low, int high) {
+        v = static_cast<std::remove_reference_t<decltype(v)>>(std::clamp<int>(v, low, high));
+    };
     fit(s.SortAtStart, 0, 12);
     fit(s.SortDirection, 1, 2);
     fit(s.PlayerChoice, 0, 4);
