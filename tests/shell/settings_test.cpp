@@ -260,7 +260,8 @@ TEST_F(SettingsFileTest, AUserPathThatCannotFitIsRefusedNeverCut) {
 }
 
 // Start-up takes what a record holds but the program can't use as the
-// nearest usable value; what is usable stays as it is.
+// nearest usable value (the start itself is tested with the window); what is
+// usable stays as it is.
 TEST(SettingsRecord, UnusableValuesBecomeTheNearestUsableOnes) {
     Settings s;
     ApplyFirstUseDefaults(s);
@@ -270,34 +271,20 @@ TEST(SettingsRecord, UnusableValuesBecomeTheNearestUsableOnes) {
 
     s.SortAtStart = 13;
     s.SortDirection = 0;
-    s.PlayerChoice = -1;
-    s.Language = 2;
-    s.ArtisticScreen = -3;
-    s.GridColumnWidth = {-1, 2200, 30001, 2147483647, 0, 1, 700, 400, 4000, 4000, 2000, 500, 500};
     s.PlaylistColumnWidth[5] = -2147483647 - 1;
+    s.PlaylistColumnWidth[6] = 30001;
     s.GridFontSize = std::numeric_limits<double>::quiet_NaN();
-    s.LyricsFontSize = 1e300;
     s.PrinterFontSize = -8;
-    s.GridFontName = "   ";
-    s.LyricsFontName.clear();
-    s.GridFontColour = int32_t(0x80000008);
+    s.PrinterFontName = "   ";
     s.LyricsFontColour = -1;
     MakeSettingsUsable(s);
     EXPECT_EQ(s.SortAtStart, 12);
     EXPECT_EQ(s.SortDirection, 1);
-    EXPECT_EQ(s.PlayerChoice, 0);
-    EXPECT_EQ(s.Language, 1);
-    EXPECT_EQ(s.ArtisticScreen, 0);
-    EXPECT_EQ(s.GridColumnWidth,
-              (std::array<int32_t, 13>{0, 2200, 30000, 30000, 0, 1, 700, 400, 4000, 4000, 2000, 500, 500}));
     EXPECT_EQ(s.PlaylistColumnWidth[5], 0);
+    EXPECT_EQ(s.PlaylistColumnWidth[6], 30000);
     EXPECT_EQ(s.GridFontSize, 10);
-    EXPECT_EQ(s.LyricsFontSize, 72);
     EXPECT_EQ(s.PrinterFontSize, 4);
-    EXPECT_EQ(s.GridFontName, "Arial");
-    EXPECT_EQ(s.LyricsFontName, "Arial");
     EXPECT_EQ(s.PrinterFontName, "Arial");
-    EXPECT_EQ(s.GridFontColour, 0x000008);
     EXPECT_EQ(s.LyricsFontColour, 0xFFFFFF);
 }
 
