@@ -29,7 +29,7 @@ struct Scan {
 
 void OpenSelector(Form1& f, int addSingleFile, const QString& english, const QString& dutch) {
     Jukebox& j = f.j;
-    j.AddSingleFile = int16_t(addSingleFile);
+    j.scanner.AddSingleFile = int16_t(addSingleFile);
     f.ShowMessage(kYellow, j.Lang(english, dutch));
     PathSelector& p = *f.Frame3;
     if (p.drvList->count() == 0) p.FillDrives(j.platform.environment.HomeDirectory());
@@ -60,7 +60,7 @@ void ShowTotal(Form1& f) {
 void ScanFile(Scan& scan, const QString& path) {
     Form1& f = scan.f;
     Jukebox& j = f.j;
-    if (j.ShowScannedFiles == 1) f.ShowWorking(kYellow, path);
+    if (j.scanner.ShowScannedFiles == 1) f.ShowWorking(kYellow, path);
     // A file that went away meanwhile, or can't be read, is passed over;
     // opening it as the old runtime did would make an empty file in its
     // place. The file is open only for this read, so no hold is taken.
@@ -95,7 +95,7 @@ void ScanFile(Scan& scan, const QString& path) {
     rs.SetField(kRecordNumberField, QString::number(rs.AbsolutePosition()).trimmed());
     rs.Update();
     j.SongCount = rs.RecordCount();
-    if (j.ShowScannedFiles == 1) ShowTotal(f);
+    if (j.scanner.ShowScannedFiles == 1) ShowTotal(f);
 }
 
 QStringList Listing(const QString& dir, QDir::Filters kind) {
@@ -180,7 +180,7 @@ void ScanSelectedPath(Form1& f) {
                                   QStringLiteral("Database wordt geladen - Wacht s.v.p. .....")));
     p.SetPattern(QStringLiteral("*.*"));
     const QString base = p.Path() == u"/" ? QString() : p.Path();
-    if (j.AddSingleFile == 1 && (p.FileName().isEmpty() || !QFileInfo(base + u'/' + p.FileName()).isFile())) {
+    if (j.scanner.AddSingleFile == 1 && (p.FileName().isEmpty() || !QFileInfo(base + u'/' + p.FileName()).isFile())) {
         if (j.HidePictureForms) j.HidePictureForms();
         ShowNoValidFile(j);
         return;
@@ -191,7 +191,7 @@ void ScanSelectedPath(Form1& f) {
     f.MFGrid1.SetRedraw(false);
     rs.BeginTransaction();
     try {
-        if (j.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
+        if (j.scanner.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
         else ScanDirectory(scan, p.Path());
         rs.CommitTransaction();
     } catch (...) {

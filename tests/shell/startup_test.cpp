@@ -131,7 +131,7 @@ TEST(StartUp, ALanguageSavedAndReloadedCarriesIntoTheNextRun) {
     h.j().settings.SortAtStart = 3;
     h.j().Language = "0";
     h.Click("Sett3");
-    h.j().LanguageChanged = 1;
+    h.j().shell.LanguageChanged = 1;
     h.j().ReloadMainWindow();
     EXPECT_EQ(h.inst.tp.process.ends, 0);
     EXPECT_EQ(h.form().File->title(), "&Bestand");
@@ -140,7 +140,7 @@ TEST(StartUp, ALanguageSavedAndReloadedCarriesIntoTheNextRun) {
 
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.j().Language, "0");
-    EXPECT_EQ(h.j().SortAtStartCopy, 3);
+    EXPECT_EQ(h.j().grid.SortAtStartCopy, 3);
     EXPECT_EQ(h.form().windowTitle(), "ZOR JUKEBOX door ZOR electronics");
     EXPECT_EQ(h.form().Exit1->text(), "E&xit");  // no Dutch caption of its own
     EXPECT_EQ(h.form().Text1->text(), "Er zitten geen songs in de Database! -> Druk op ERBIJ om songs toe te voegen.");
@@ -181,12 +181,12 @@ TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
     const Damage damages[] = {
         {"sort column past the last", [](Settings& s) { s.SortAtStart = 99; },
          [&](FormHarness& h) {
-             EXPECT_EQ(h.j().SortAtStartCopy, 12);
+             EXPECT_EQ(h.j().grid.SortAtStartCopy, 12);
              EXPECT_EQ(songs(h), QStringList({"Beta", "Gamma", "Alpha"}));  // the empty column keeps the order
          }},
         {"negative sort column", [](Settings& s) { s.SortAtStart = -4; },
          [&](FormHarness& h) {
-             EXPECT_EQ(h.j().SortAtStartCopy, 0);
+             EXPECT_EQ(h.j().grid.SortAtStartCopy, 0);
              EXPECT_EQ(songs(h), QStringList({"Beta", "Gamma", "Alpha"}));
          }},
         {"sort direction neither way", [](Settings& s) { s.SortDirection = 7; },
@@ -197,7 +197,7 @@ TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
          [](FormHarness& h) { EXPECT_EQ(h.form().File->title(), "&Bestand"); }},
         {"skin 3", [](Settings& s) { s.ArtisticScreen = 3; },
          [](FormHarness& h) {
-             EXPECT_EQ(h.j().PictureTopPx, 171);
+             EXPECT_EQ(h.j().companion.PictureTopPx, 171);
              EXPECT_FALSE(h.form().Frame7->isHidden());
          }},
         {"player 9", [](Settings& s) { s.PlayerChoice = 9; },
@@ -215,8 +215,8 @@ TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
              const SongGrid& g = h.form().MFGrid1;
              EXPECT_EQ(g.FontSize, 72);
              EXPECT_EQ(g.FontName, "Arial");
-             EXPECT_EQ(h.j().LyricsFont.size, 72);
-             EXPECT_EQ(h.j().LyricsFont.colour & ~0xFFFFFF, 0);
+             EXPECT_EQ(h.j().companion.LyricsFont.size, 72);
+             EXPECT_EQ(h.j().companion.LyricsFont.colour & ~0xFFFFFF, 0);
              EXPECT_EQ(g.ColWidth(1), 0);
              EXPECT_TRUE(h.form().MFGrid1View->isColumnHidden(1));
              EXPECT_EQ(g.ColWidth(2), 30000);
@@ -340,8 +340,8 @@ TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) 
     EXPECT_EQ(h.inst.tp.process.ends, 0);
     EXPECT_NE(&h.form(), before);
     EXPECT_EQ(h.inst.ReadSettings().ArtisticScreen, 1);
-    EXPECT_EQ(h.j().SkinReload, 0);
-    EXPECT_EQ(h.j().PictureTopPx, 171);
+    EXPECT_EQ(h.j().shell.SkinReload, 0);
+    EXPECT_EQ(h.j().companion.PictureTopPx, 171);
     EXPECT_FALSE(h.form().Frame7->isHidden());
     h.Tick(300);
     EXPECT_EQ(NoticesShown(h), 1);
@@ -350,7 +350,7 @@ TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) 
     QTest::mouseClick(h.form().Picture6, Qt::LeftButton);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(h.inst.ReadSettings().ArtisticScreen, 0);
-    EXPECT_EQ(h.j().SkinSwitching, 0);
+    EXPECT_EQ(h.j().shell.SkinSwitching, 0);
     EXPECT_TRUE(h.form().Frame7->isHidden());
     EXPECT_EQ(h.inst.tp.process.ends, 0);
 }
