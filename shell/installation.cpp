@@ -9,14 +9,14 @@
 
 namespace zor {
 
-QStringList InstallProgramFiles(const QString& programDir, const QString& docsDir, const QString& home) {
+QStringList InstallProgramFiles(const QString& programDir, const QString& docsDir) {
     QStringList made;
     QDir().mkpath(programDir);
     const auto path = [&](const char* name) { return programDir + u'/' + QString::fromLatin1(name); };
 
     if (!QFileInfo::exists(path("ZORjuke.ini"))) {
         Settings s;
-        ApplyFirstUseDefaults(s, home);
+        ApplyFirstUseDefaults(s);
         QFile f(path("ZORjuke.ini"));
         if (f.open(QIODevice::WriteOnly) && f.write(EncodeSettings(s)) > 0) made << f.fileName();
     }

@@ -8,8 +8,9 @@
 
 namespace zor {
 
-// Returns the files it made. `home` stands in for the drive of default paths;
-// `docsDir` holds the user guides to copy ("" for none).
-QStringList InstallProgramFiles(const QString& programDir, const QString& docsDir, const QString& home);
+// Returns the files it made. `docsDir` holds the user guides to copy ("" for
+// none). The settings record is the same whoever builds it: its default paths
+// keep their drive letters and are mapped to the user's home where used.
+QStringList InstallProgramFiles(const QString& programDir, const QString& docsDir);
 
 }  // namespace zor

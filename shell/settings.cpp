@@ -1,11 +1,13 @@
 #include "shell/settings.h"
 
 #include "platform/cp1252.h"
-#include "platform/paths.h"
 
 #include <QtEndian>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <type_traits>
 
 namespace zor {
 namespace {
@@ -195,8 +197,9 @@ namespace {
 
 // What the installation's defaults and the settings screen's default button
 // agree on; the two then differ in a handful of fields each.
-void ApplySharedDefaults(Settings& s, const QString& home) {
-    const auto path = [&](const char* windowsPath) { return MapWindowsPath(QString::fromLatin1(windowsPath), home); };
+void ApplySharedDefaults(Settings& s) {
+    // Default paths are kept as the old program wrote them, so the record is
+    // the same bytes; their users map them to this machine (MapWindowsPath).
     s.SortAtStart = 1;
     s.SortAtStartName = QStringLiteral("Song");
     s.SortDirection = 1;
@@ -208,26 +211,26 @@ void ApplySharedDefaults(Settings& s, const QString& home) {
     s.AddExtra1 = 0;
     s.AddExtra2 = 0;
     s.AddExtra3 = 0;
-    s.WinampPath = path("D:\\Winamp\\Winamp.exe");
-    s.MusicMatchPath = path("C:\\Program Files\\MusicMatch Jukebox 3\\MMJB.exe");
-    s.OtherPlayerPath = path("C:\\Audio\\Winamp.exe");
+    s.WinampPath = QStringLiteral("D:\\Winamp\\Winamp.exe");
+    s.MusicMatchPath = QStringLiteral("C:\\Program Files\\MusicMatch Jukebox 3\\MMJB.exe");
+    s.OtherPlayerPath = QStringLiteral("C:\\Audio\\Winamp.exe");
     s.ClearBeforeAdd = 0;
     s.ShowLyricsAtPlay = 1;
     s.ShowPictureAtPlay = 1;
     s.RunExecuteAtPlay = 0;
     s.DirectPlay = 1;
     s.Language = 1;
-    s.LyricsPath = path("C:\\Lyrics");
-    s.ExecutesPath = path("C:\\Executes");
+    s.LyricsPath = QStringLiteral("C:\\Lyrics");
+    s.ExecutesPath = QStringLiteral("C:\\Executes");
 }
 
 }  // namespace
 
-void ApplyFirstUseDefaults(Settings& s, const QString& home) {
-    ApplySharedDefaults(s, home);
+void ApplyFirstUseDefaults(Settings& s) {
+    ApplySharedDefaults(s);
     s.ArtistSongSwap = 1;
     s.PlayerChoice = 0;
-    s.MediaPlayerPath = MapWindowsPath(QStringLiteral("C:\\Audio\\Winamp.exe"), home);
+    s.MediaPlayerPath = QStringLiteral("C:\\Audio\\Winamp.exe");
     s.Spare2 = QString();
     s.FastPc = 0;
     s.GridLayoutUser = 1;
@@ -248,19 +251,19 @@ void ApplyFirstUseDefaults(Settings& s, const QString& home) {
     s.GridColumnWidth.fill(0);
     s.PrintColumnOn = {1, 1, 0, 1, 1, 0, 0, 0, 0, 0, 1, 0};
     s.PrintColumnWidth = {32, 25, 30, 5, 12, 50, 4, 40, 40, 40, 4, 0};
-    s.PicturesPath = MapWindowsPath(QStringLiteral("C:\\Pictures"), home);
+    s.PicturesPath = QStringLiteral("C:\\Pictures");
     s.Reserved3 = 1;
 }
 
-void ApplyCommand2Defaults(Settings& s, const QString& home) {
-    ApplySharedDefaults(s, home);
+void ApplyCommand2Defaults(Settings& s) {
+    ApplySharedDefaults(s);
     s.ArtistSongSwap = 0;
     s.PlayerChoice = 4;
-    s.MediaPlayerPath = MapWindowsPath(QStringLiteral("C:\\Windows\\Mplayer.exe"), home);
+    s.MediaPlayerPath = QStringLiteral("C:\\Windows\\Mplayer.exe");
     s.FastPc = 1;
     s.GridLayoutUser = 0;
     s.ShowFirst = 0;
-    s.PicturesPath = MapWindowsPath(QStringLiteral("C:\\Artists"), home);
+    s.PicturesPath = QStringLiteral("C:\\Artists");
     s.IntroSeconds = 10;
     s.ShowAlbumCover = 0;
     s.ShowAlbumBack = 0;
@@ -268,6 +271,28 @@ void ApplyCommand2Defaults(Settings& s, const QString& home) {
     s.MaximizePicture = 0;
     s.ScrollLyrics = 1;
     s.SpeakingDj = 0;
+}
+
+void MakeSettingsUsable(Settings& s) {
+    const auto fit = [](auto& v, int low, int high) {
+        v = static_cast<std::remove_reference_t<decltype(v)>>(std::clamp<int>(v, low, high));
+    };
+    fit(s.SortAtStart, 0, 12);
+    fit(s.SortDirection, 1, 2);
+    fit(s.PlayerChoice, 0, 4);
+    fit(s.Language, 0, 1);
+    fit(s.ArtisticScreen, 0, 1);
+    for (auto* widths : {&s.GridColumnWidth, &s.PlaylistColumnWidth})
+        for (int32_t& w : *widths) fit(w, 0, kWidestColumn);
+    const auto size = [](double& points, double otherwise) {
+        points = std::isnan(points) ? otherwise : std::clamp(points, kSmallestFontSize, kLargestFontSize);
+    };
+    size(s.GridFontSize, 10);
+    size(s.LyricsFontSize, 10);
+    size(s.PrinterFontSize, 8);
+    for (QString* name : {&s.GridFontName, &s.LyricsFontName, &s.PrinterFontName})
+        if (name->trimmed().isEmpty()) *name = QStringLiteral("Arial");
+    for (int32_t* colour : {&s.GridFontColour, &s.LyricsFontColour, &s.PrinterFontColour}) *colour &= 0x00FFFFFF;
 }
 
 QString AuthorStampText() {

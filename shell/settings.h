@@ -122,11 +122,24 @@ QByteArray EncodeSettings(const Settings& s);
 bool DecodeSettings(const QByteArray& bytes, Settings& s);
 
 // The defaults a fresh installation starts with (the record when the settings
-// file is missing at start-up). Default paths name a drive; `home` stands in
-// for it.
-void ApplyFirstUseDefaults(Settings& s, const QString& home);
+// file is missing at start-up). Default paths name a drive ("C:\Lyrics") and
+// stay so in the record; they are mapped where they are used.
+void ApplyFirstUseDefaults(Settings& s);
 // What the general settings screen's defaults button sets.
-void ApplyCommand2Defaults(Settings& s, const QString& home);
+void ApplyCommand2Defaults(Settings& s);
+
+// A record can hold values the program can't use: a sort column past the
+// last, a direction or language flag that is neither, a font size of 0, NaN
+// or 1e300, a negative or immense column width, a colour with the system-
+// colour bit. Start-up takes each as the nearest value that works (an empty
+// font name or a size that is no number as the first-use default); what is
+// already usable stays as it is.
+void MakeSettingsUsable(Settings& s);
+// The bounds used: font sizes in points, column widths in twips (a column
+// never wider than any screen).
+inline constexpr double kSmallestFontSize = 4;
+inline constexpr double kLargestFontSize = 72;
+inline constexpr int32_t kWidestColumn = 30000;
 
 // The fixed line every full save writes into AuthorStamp (89 characters; the
 // field keeps 50).

@@ -1,6 +1,7 @@
 #include "shell/settings_file.h"
 
 #include "platform/binary_file.h"
+#include "platform/cp1252.h"
 #include "platform/runtime_error.h"
 #include "shell/jukebox.h"
 
@@ -43,6 +44,36 @@ void SaveAllSettings(Jukebox& j, const std::array<int, 13>& catalogueWidths, con
     std::copy(playlistWidths.begin(), playlistWidths.end(), j.settings.PlaylistColumnWidth.begin());
     j.settings.AuthorStamp = AuthorStampText();
     SaveSettings(j);
+}
+
+namespace {
+
+void RefusePath(Jukebox& j, const QString& path, bool tooLong, int width) {
+    j.StartMessage(j.Lang(QStringLiteral("ATTENTION!"), QStringLiteral("ATTENTIE!")));
+    if (tooLong)
+        j.AddMessageLine(j.Lang(QStringLiteral("This path is too long for the settings (at most %1 characters):"),
+                                QStringLiteral("Dit pad is te lang voor de instellingen (hoogstens %1 tekens):"))
+                             .arg(width));
+    else
+        j.AddMessageLine(j.Lang(QStringLiteral("This path has characters the settings can't hold:"),
+                                QStringLiteral("Dit pad bevat tekens die de instellingen niet kunnen bewaren:")));
+    j.AddMessageLine(path);
+    j.AddMessageLine(j.Lang(QStringLiteral("Please choose another path; the old one is kept."),
+                            QStringLiteral("Kies s.v.p. een ander pad; het oude pad blijft bewaard.")));
+    j.ShowMessageBuffer(vbExclamation);
+}
+
+}  // namespace
+
+bool StoreUserPath(Jukebox& j, FixedText<50>& field, const QString& path) {
+    const QByteArray bytes = cp1252::Encode(path);
+    const bool tooLong = bytes.size() > FixedText<50>::kWidth;
+    if (tooLong || cp1252::Decode(bytes) != path) {
+        RefusePath(j, path, tooLong, FixedText<50>::kWidth);
+        return false;
+    }
+    field = path;
+    return true;
 }
 
 void ApplyLanguageFlag(Jukebox& j) { j.Language = QString::number(j.settings.Language); }

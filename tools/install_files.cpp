@@ -4,7 +4,6 @@
 #include "shell/installation.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QTextStream>
 
 int main(int argc, char** argv) {
@@ -14,7 +13,7 @@ int main(int argc, char** argv) {
         QTextStream(stderr) << "usage: zor_install_files PROGRAM_DIR [DOCS_DIR]\n";
         return 2;
     }
-    const QStringList made = zor::InstallProgramFiles(args[1], args.size() > 2 ? args[2] : QString(), QDir::homePath());
+    const QStringList made = zor::InstallProgramFiles(args[1], args.size() > 2 ? args[2] : QString());
     for (const QString& f : made) QTextStream(stdout) << "installed " << f << '\n';
     return 0;
 }

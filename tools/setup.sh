@@ -9,6 +9,9 @@ packages=(
   libsqlite3-dev sqlite3
   libgtest-dev googletest
   xvfb xauth x11-apps imagemagick fonts-dejavu-core
+  # The settings name Arial; these have its metrics, for which the grids'
+  # column widths were measured.
+  fonts-liberation2 fontconfig
   clang libclang-rt-14-dev
   sox lame gstreamer1.0-plugins-base-apps
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev

@@ -2,6 +2,10 @@
 #include "catalogue/ui/song_grid_view.h"
 #include "shell/ui/form1.h"
 
+#include <QHeaderView>
+#include <QStyle>
+#include <QStyleOptionHeader>
+
 namespace zor {
 namespace {
 
@@ -14,6 +18,34 @@ bool HasSavedWidths(const std::array<int32_t, 13>& widths) {
 void ApplyWidths(SongGrid& grid, const std::array<int32_t, 13>& widths) {
     for (int c = 0; c < kGridCols; ++c)
         grid.SetColWidth(c, HasSavedWidths(widths) ? widths[c] : kDefaultColumnWidths[c]);
+}
+
+const char* const kHeadings[kGridCols] = {"",      "SONG TITLE:", "ARTIST:",  "ALBUM:",   "YEAR:",       "STYLE:", "PATH:",
+                                          "ID3:",  "LYRICS:",     "PICTURE:", "EXECUTE:", "[Reserved.]", "PLAY:"};
+
+// The heading a column shows, or will show once a catalogue fills the grid.
+QString HeadingOf(const SongGrid& grid, int c) {
+    const QString shown = grid.Rows() > 0 ? grid.TextMatrix(0, c) : QString();
+    return shown.isEmpty() ? QString::fromLatin1(kHeadings[c]) : shown;
+}
+
+// The twips were measured for the old grid, whose headings sat closer to the
+// edges than this style puts them: a shown column is widened to what its
+// heading needs in the grid's font, so that no heading is cut. A hidden
+// column (width 0) stays hidden.
+void FitHeadings(SongGrid& grid, const SongGridView& view) {
+    const QHeaderView* header = view.horizontalHeader();
+    for (int c = 0; c < kGridCols; ++c) {
+        const QString heading = HeadingOf(grid, c);
+        if (grid.ColWidth(c) == 0 || heading.isEmpty()) continue;
+        QStyleOptionHeader o;
+        o.initFrom(header);
+        o.text = heading;
+        o.section = c;
+        const int px = header->style()->sizeFromContents(QStyle::CT_HeaderSection, &o, QSize(), header).width();
+        const int twips = PxToTwips(px);
+        if (grid.ColWidth(c) < twips) grid.SetColWidth(c, twips);
+    }
 }
 
 }  // namespace
@@ -41,15 +73,16 @@ void LayOutGrids(Form1& f) {
                         s.LyricsFontUnderline != 0, s.LyricsFontStrikeout != 0, s.LyricsFontColour};
     }
     grid.AppearanceChanged();
+    FitHeadings(grid, *f.MFGrid1View);
+    FitHeadings(f.MFgrid2, *f.MFgrid2View);
 }
 
 void SetGridHeadings(Form1& f) {
-    static const char* const kHeadings[kGridCols - 1] = {"",        "SONG TITLE:", "ARTIST:",  "ALBUM:",   "YEAR:",   "STYLE:",
-                                                         "PATH:",   "ID3:",        "LYRICS:",  "PICTURE:", "EXECUTE:", nullptr};
+    // Column 11 keeps the name of the table's field.
     SongGrid& grid = f.MFGrid1;
-    for (int c = 0; c < kGridCols - 1; ++c)
-        if (kHeadings[c]) grid.SetTextMatrix(0, c, QString::fromLatin1(kHeadings[c]));
-    grid.SetTextMatrix(0, 12, QStringLiteral("PLAY:"));
+    for (int c = 0; c < kGridCols; ++c)
+        if (c != 11) grid.SetTextMatrix(0, c, QString::fromLatin1(kHeadings[c]));
+    FitHeadings(grid, *f.MFGrid1View);
 }
 
 }  // namespace zor

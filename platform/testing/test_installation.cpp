@@ -16,7 +16,7 @@ TestInstallation::TestInstallation() {
     programDir = dir_.path() + QStringLiteral("/ZORjuke");
     home = dir_.path() + QStringLiteral("/home");
     QDir().mkpath(home);
-    InstallProgramFiles(programDir, QString(), home);
+    InstallProgramFiles(programDir, QString());
     QFile program(File(QString::fromLatin1(kProgramFileName)));
     program.open(QIODevice::WriteOnly);
     tp.environment.applicationPath = programDir;

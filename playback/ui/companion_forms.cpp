@@ -28,7 +28,7 @@ void SetColours(QWidget* w, const QColor& base, const QColor& text) {
 // Runs a companion event's operation; a run-time error ends only it.
 template <typename F>
 void On(Form1& f, F&& operation) {
-    Guarded(f.j.platform.messages, std::forward<F>(operation));
+    Guarded(f.j.platform.messages, std::forward<F>(operation), f.j.HidePictureForms);
 }
 
 }  // namespace

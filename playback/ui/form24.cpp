@@ -37,7 +37,7 @@ Form24::Form24(Form1& form) : QWidget(&form, Qt::Window), f(form) {
     VScroll1->setSingleStep(1);
     VScroll1->setPageStep(kLogPageLines);
     connect(VScroll1, &QScrollBar::valueChanged, this, [this] {
-        Guarded(f.j.platform.messages, [this] { ShowPage(); });
+        Guarded(f.j.platform.messages, [this] { ShowPage(); }, f.j.HidePictureForms);
     });
 
     auto* layout = new QHBoxLayout(this);

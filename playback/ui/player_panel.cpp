@@ -64,7 +64,7 @@ void BuildControls(Form1& f) {
 void AttachMediaPlayer(Form1& f) {
     f.MediaPlayer1 = f.j.platform.players.MakePlayer();
     f.MediaPlayer1->PlayStateChange = [form = &f](int, int newState) {
-        Guarded(form->j.platform.messages, [&] { PlayerStateChanged(*form, newState); });
+        Guarded(form->j.platform.messages, [&] { PlayerStateChanged(*form, newState); }, form->j.HidePictureForms);
     };
     f.j.StopPlayer = PlayerSeam{&f, [](Form1& form) { form.MediaPlayer1->Stop(); }};
     f.j.FreeSongFromPlayer = PlayerSeam{&f, [](Form1& form) {

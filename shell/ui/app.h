@@ -21,6 +21,9 @@ public:
 
 private:
     void Reload();
+    // Says on stderr, once a process, which of the settings' fonts only have
+    // a stand-in with other metrics.
+    void ReportFontStandIns();
     std::unique_ptr<Form1> form_;
     bool started_ = false;
 };

@@ -31,7 +31,7 @@ namespace zor {
 
 template <typename F>
 void Form1::On(F&& operation) {
-    Guarded(j.platform.messages, std::forward<F>(operation));
+    Guarded(j.platform.messages, std::forward<F>(operation), j.HidePictureForms);
 }
 
 Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {

@@ -164,7 +164,8 @@ bool Form1Load(Form1& f) {
     j.companion.PictureTopPx = 152;
     j.companion.PictureBottomPx = 205;
     WriteScratchSong(j);
-    j.shell.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
+    // Kept as written, as every default path; its user maps it (MapPath).
+    j.shell.DefaultCopyDir = QStringLiteral("C:\\!MP3\\");
     j.shell.PlayTimeCounter = 0;
     j.shell.Timer1Ticks = 75;
     // EmptyNoticeCount starts at 0 with the process and is not reset here:
@@ -183,6 +184,9 @@ bool Form1Load(Form1& f) {
     if (!LoadSettings(j))
         f.ShowMessage(kRed, j.ProgramDir + j.Lang(QStringLiteral("/ZORjuke.ini not found! Critical Error."),
                                                   QStringLiteral("/ZORjuke.ini niet gevonden! Kritische fout.")));
+    // A damaged record must not stop the start: what can't be used is taken
+    // as the nearest value that can.
+    MakeSettingsUsable(j.settings);
     ReadScreenSize(j);
     ApplyLanguageFlag(j);
     PlacePlayerFrame(f);
@@ -206,10 +210,11 @@ bool Form1Load(Form1& f) {
     // time. The test goes by the capitalised name the installation writes.
     if (p.files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.INI"))).isEmpty()) {
         LayOutGrids(f);
-        ApplyFirstUseDefaults(j.settings, p.environment.HomeDirectory());
+        ApplyFirstUseDefaults(j.settings);
         SaveSettings(j);
     } else {
         LoadSettings(j);
+        MakeSettingsUsable(j.settings);
     }
     // The grids and the language once more, by the settings now in force.
     LayOutGrids(f);

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <limits>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -128,7 +129,7 @@ TEST_F(SettingsFileTest, LoadTakesWhatTheFileHoldsAndKeepsTheRest) {
     EXPECT_EQ(j.Lang("File", "Bestand"), "Bestand");
 
     Settings mine;
-    ApplyFirstUseDefaults(mine, inst.home);
+    ApplyFirstUseDefaults(mine);
     QByteArray bad = EncodeSettings(file);
     bad[363] = bad[364] = char(0xFF);  // a first font name claiming 65535 bytes
     struct Damage {
@@ -193,22 +194,98 @@ TEST_F(SettingsFileTest, SavesNeverMakeTheFileAndNeverShortenIt) {
 }
 
 // The defaults button leaves the print layout and fonts to other screens;
-// first use keeps the fields it has no default for.
+// first use keeps the fields it has no default for. Default paths stay as
+// written, drive letter and all, whoever made the record: the record is the
+// same bytes everywhere, and the longest default is not cut.
 TEST(SettingsDefaults, FirstUseAndTheDefaultsButtonDifferWhereIntended) {
     Settings s;
     s.ShowFirst = 9;
     s.Spare2 = "junk";
-    ApplyFirstUseDefaults(s, "/h");
+    ApplyFirstUseDefaults(s);
     EXPECT_EQ(s.ShowFirst, 9);
     EXPECT_EQ(s.Spare2.Trimmed(), QString());
-    EXPECT_EQ(s.PicturesPath.Trimmed(), "/h/Pictures");
+    EXPECT_EQ(s.PicturesPath.Trimmed(), "C:\\Pictures");
+    const QByteArray record = EncodeSettings(s);
+    EXPECT_EQ(record.mid(36, 50), cp1252::Field("D:\\Winamp\\Winamp.exe", 50));
+    EXPECT_EQ(record.mid(86, 50), cp1252::Field("C:\\Program Files\\MusicMatch Jukebox 3\\MMJB.exe", 50));
+    EXPECT_EQ(record.mid(T + 228, 50), cp1252::Field("C:\\Lyrics", 50));
     s.PrintTotalWidth = 60;
-    ApplyCommand2Defaults(s, "/h");
+    ApplyCommand2Defaults(s);
     EXPECT_EQ(s.ShowFirst, 0);
-    EXPECT_EQ(s.PicturesPath.Trimmed(), "/h/Artists");
-    EXPECT_EQ(s.MusicMatchPath.Trimmed(), "/h/Program Files/MusicMatch Jukebox 3/MMJB.exe");
+    EXPECT_EQ(s.PicturesPath.Trimmed(), "C:\\Artists");
+    EXPECT_EQ(s.MediaPlayerPath.Trimmed(), "C:\\Windows\\Mplayer.exe");
     EXPECT_EQ(s.PrintTotalWidth, 60);
     EXPECT_EQ(s.GridFontName, "Arial");
+
+    // The installation's file is that record, wherever it is built.
+    TestInstallation inst;
+    Settings fresh;
+    ApplyFirstUseDefaults(fresh);
+    EXPECT_EQ(FileBytes(inst.File("ZORjuke.ini")), EncodeSettings(fresh));
+}
+
+// A path the user sets is stored as given when it fits its 50 bytes; one
+// that doesn't, or that the code page can't hold, is refused in the user's
+// language and the field keeps its path: a cut one would name another place.
+TEST_F(SettingsFileTest, AUserPathThatCannotFitIsRefusedNeverCut) {
+    j.settings.LyricsPath = "C:\\Lyrics";
+    const QString fits = "/home/" + QString(44, u'x');  // exactly 50 bytes
+    EXPECT_TRUE(StoreUserPath(j, j.settings.LyricsPath, fits));
+    EXPECT_EQ(j.settings.LyricsPath.Text(), fits);
+    EXPECT_TRUE(inst.tp.messages.shown.empty());
+
+    struct Refusal {
+        const char* language;
+        QString path;
+        const char* line;
+    };
+    const QString long51 = fits + "y";
+    for (const Refusal& r : {Refusal{"1", long51, "This path is too long for the settings (at most 50 characters):"},
+                             Refusal{"0", long51, "Dit pad is te lang voor de instellingen (hoogstens 50 tekens):"},
+                             Refusal{"1", "/home/\u5B57", "This path has characters the settings can't hold:"},
+                             Refusal{"0", "/home/\u5B57", "Dit pad bevat tekens die de instellingen niet kunnen bewaren:"}}) {
+        SCOPED_TRACE(r.line);
+        j.Language = r.language;
+        inst.tp.messages.shown.clear();
+        EXPECT_FALSE(StoreUserPath(j, j.settings.LyricsPath, r.path));
+        EXPECT_EQ(j.settings.LyricsPath.Text(), fits);
+        ASSERT_EQ(inst.tp.messages.shown.size(), 1u);
+        const auto& box = inst.tp.messages.shown[0];
+        EXPECT_EQ(box.title, "ZOR JUKEBOX");
+        EXPECT_EQ(box.flags, vbExclamation);
+        EXPECT_TRUE(box.text.startsWith(QString(r.language == QStringLiteral("0") ? "ATTENTIE!" : "ATTENTION!") + "\n\n" +
+                                        r.line + "\n" + r.path + "\n"))
+            << box.text.toStdString();
+    }
+}
+
+// Start-up takes what a record holds but the program can't use as the
+// nearest usable value (the start itself is tested with the window); what is
+// usable stays as it is.
+TEST(SettingsRecord, UnusableValuesBecomeTheNearestUsableOnes) {
+    Settings s;
+    ApplyFirstUseDefaults(s);
+    Settings usable = s;
+    MakeSettingsUsable(usable);
+    EXPECT_EQ(EncodeSettings(usable), EncodeSettings(s));
+
+    s.SortAtStart = 13;
+    s.SortDirection = 0;
+    s.PlaylistColumnWidth[5] = -2147483647 - 1;
+    s.PlaylistColumnWidth[6] = 30001;
+    s.GridFontSize = std::numeric_limits<double>::quiet_NaN();
+    s.PrinterFontSize = -8;
+    s.PrinterFontName = "   ";
+    s.LyricsFontColour = -1;
+    MakeSettingsUsable(s);
+    EXPECT_EQ(s.SortAtStart, 12);
+    EXPECT_EQ(s.SortDirection, 1);
+    EXPECT_EQ(s.PlaylistColumnWidth[5], 0);
+    EXPECT_EQ(s.PlaylistColumnWidth[6], 30000);
+    EXPECT_EQ(s.GridFontSize, 10);
+    EXPECT_EQ(s.PrinterFontSize, 4);
+    EXPECT_EQ(s.PrinterFontName, "Arial");
+    EXPECT_EQ(s.LyricsFontColour, 0xFFFFFF);
 }
 
 }  // namespace

@@ -4,17 +4,32 @@
 #include "playback/play_log.h"
 #include "shell/ui/path_selector.h"
 #include "shell/ui/startup.h"
+#include "catalogue/ui/song_grid_view.h"
+#include "platform/runtime_error.h"
+#include "playback/ui/companion_forms.h"
+#include "playback/ui/companions.h"
+#include "tests/support/disk_files.h"
 #include "tests/support/form_harness.h"
+#include "tests/support/grid_columns.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFrame>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QMenu>
 #include <QTest>
+
+#include <functional>
+#include <limits>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -147,11 +162,171 @@ TEST(StartUp, WithoutTheCapitalisedSettingsFileTheDefaultsApply) {
         ASSERT_TRUE(h.Start());
         EXPECT_EQ(h.j().Language, "1");
         EXPECT_EQ(h.j().settings.ArtistSongSwap, 1);
-        EXPECT_EQ(h.j().settings.LyricsPath.Trimmed(), h.inst.home + "/Lyrics");
+        EXPECT_EQ(h.j().settings.LyricsPath.Trimmed(), "C:\\Lyrics");
         if (lowerCaseFile) EXPECT_EQ(h.inst.ReadSettings().FastPc, 0);
         h.Click("Sett3");
         EXPECT_EQ(QFile::exists(h.inst.File("ZORjuke.ini")), lowerCaseFile);
     }
+}
+
+// A damaged record starts the program all the same: each value the program
+// can't use is taken as the nearest one it can, and the catalogue opens.
+TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
+    struct Damage {
+        const char* what;
+        std::function<void(Settings&)> damage;
+        std::function<void(FormHarness&)> check;
+    };
+    const auto songs = [](FormHarness& h) { return ColumnTexts(h.form().MFGrid1, 1); };
+    const Damage damages[] = {
+        {"sort column past the last", [](Settings& s) { s.SortAtStart = 99; },
+         [&](FormHarness& h) {
+             EXPECT_EQ(h.j().grid.SortAtStartCopy, 12);
+             EXPECT_EQ(songs(h), QStringList({"Beta", "Gamma", "Alpha"}));  // the empty column keeps the order
+         }},
+        {"negative sort column", [](Settings& s) { s.SortAtStart = -4; },
+         [&](FormHarness& h) {
+             EXPECT_EQ(h.j().grid.SortAtStartCopy, 0);
+             EXPECT_EQ(songs(h), QStringList({"Beta", "Gamma", "Alpha"}));
+         }},
+        {"sort direction neither way", [](Settings& s) { s.SortDirection = 7; },
+         [&](FormHarness& h) { EXPECT_EQ(songs(h), QStringList({"Gamma", "Beta", "Alpha"})); }},
+        {"language flag 5", [](Settings& s) { s.Language = 5; },
+         [](FormHarness& h) { EXPECT_EQ(h.j().Language, "1"); }},
+        {"language flag -1", [](Settings& s) { s.Language = -1; },
+         [](FormHarness& h) { EXPECT_EQ(h.form().File->title(), "&Bestand"); }},
+        {"skin 3", [](Settings& s) { s.ArtisticScreen = 3; },
+         [](FormHarness& h) {
+             EXPECT_EQ(h.j().companion.PictureTopPx, 171);
+             EXPECT_FALSE(h.form().Frame7->isHidden());
+         }},
+        {"player 9", [](Settings& s) { s.PlayerChoice = 9; },
+         [](FormHarness& h) { EXPECT_FALSE(h.form().Frame8->isHidden()); }},
+        {"fonts and widths no grid can show",
+         [](Settings& s) {
+             s.GridLayoutUser = 1;
+             s.GridFontSize = 1e300;
+             s.GridFontName.clear();
+             s.GridFontColour = int32_t(0x80000008);
+             s.LyricsFontSize = std::numeric_limits<double>::infinity();
+             s.GridColumnWidth = {400, -2200, 2147483647, 2000, 700, 1000, 4000, 400, 4000, 4000, 2000, 1500, 1000};
+         },
+         [](FormHarness& h) {
+             const SongGrid& g = h.form().MFGrid1;
+             EXPECT_EQ(g.FontSize, 72);
+             EXPECT_EQ(g.FontName, "Arial");
+             EXPECT_EQ(h.j().companion.LyricsFont.size, 72);
+             EXPECT_EQ(h.j().companion.LyricsFont.colour & ~0xFFFFFF, 0);
+             EXPECT_EQ(g.ColWidth(1), 0);
+             EXPECT_TRUE(h.form().MFGrid1View->isColumnHidden(1));
+             EXPECT_EQ(g.ColWidth(2), 30000);
+         }},
+    };
+    for (const Damage& d : damages) {
+        SCOPED_TRACE(d.what);
+        FormHarness h;
+        TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"),
+                                   {SongFields{"Beta", "B"}, SongFields{"Gamma", "C"}, SongFields{"Alpha", "A"}});
+        h.inst.EditSettings(d.damage);
+        ASSERT_TRUE(h.Start());
+        EXPECT_TRUE(h.boxes().shown.empty()) << h.boxes().shown[0].text.toStdString();
+        EXPECT_TRUE(h.form().isVisible());
+        EXPECT_EQ(h.j().SongCount, 3);
+        d.check(h);
+    }
+}
+
+// Message boxes that note whether a picture window was up when they showed:
+// those windows stay on top of everything and would hide the box.
+struct BoxesBehindPictures : FakeMessageBoxes {
+    std::vector<bool> pictureUp;
+    int MsgBox(const QString& prompt, int flags, const QString& title) override {
+        bool up = false;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            up |= QStringList({"Form3", "Form4", "Form18", "Form19"}).contains(w->objectName()) && w->isVisible();
+        pictureUp.push_back(up);
+        return FakeMessageBoxes::MsgBox(prompt, flags, title);
+    }
+};
+
+// Start-up runs as every event does: a run-time error while the start
+// picture is up ends the load with the runtime's box, shown with the
+// picture windows out of the way, and the window and the process live on.
+// Later events take the same way.
+TEST(StartUp, ARunTimeErrorInTheLoadShowsItsBoxAfterHidingThePicturesAndTheProgramLives) {
+    TestInstallation inst;
+    BoxesBehindPictures boxes;
+    TestPlatform& tp = inst.tp;
+    Platform platform{boxes, tp.dialog, tp.clock, tp.events, tp.beeper, tp.environment, tp.process, tp.files, tp.desktop, tp.players};
+    QImage picture(40, 30, QImage::Format_RGB32);
+    picture.fill(Qt::darkRed);
+    ASSERT_TRUE(picture.save(inst.File("ZORjuke1.jpg")));
+    bool fail = true;
+    tp.events.onDoEvents = [&](int) {
+        if (std::exchange(fail, false)) throw RuntimeError::Overflow();
+    };
+    {
+        App app(platform);
+        ASSERT_TRUE(app.Start());
+        ASSERT_EQ(boxes.shown.size(), 1u);
+        EXPECT_EQ(boxes.shown[0].text, "Run-time error '6':\n\nOverflow");
+        EXPECT_EQ(boxes.pictureUp, std::vector<bool>{false});
+        EXPECT_TRUE(app.MainWindow()->isVisible());
+        EXPECT_EQ(tp.process.ends, 0);
+
+        // An event's error with a picture window up.
+        QWidget* form4 = nullptr;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->objectName() == "Form4") form4 = w;
+        ASSERT_TRUE(form4);
+        form4->show();
+        fail = true;
+        app.MainWindow()->findChild<QAction*>("CleSel1")->trigger();
+        ASSERT_EQ(boxes.shown.size(), 2u);
+        EXPECT_EQ(boxes.pictureUp, (std::vector<bool>{false, false}));
+        EXPECT_EQ(tp.process.ends, 0);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+// One setting the whole way: a column's width dragged by the user, saved with
+// the settings, and shown at the next start of the program.
+TEST(SettingsRoad, AColumnDraggedWiderIsSavedAndShownAtTheNextStart) {
+    FormHarness h;
+    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Song", "Artist"}});
+    ASSERT_TRUE(h.Start());
+    QHeaderView* header = h.form().MFGrid1View->horizontalHeader();
+    const int before = header->sectionSize(3);
+    const int border = header->sectionViewportPosition(3) + before - 1;
+    const int y = header->height() / 2;
+    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, QPoint(border, y));
+    QMouseEvent move(QEvent::MouseMove, QPointF(border + 57, y), header->viewport()->mapToGlobal(QPointF(border + 57, y)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(header->viewport(), &move);
+    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, QPoint(border + 57, y));
+    ASSERT_EQ(header->sectionSize(3), before + 57);
+    h.Click("Sett3");
+
+    ASSERT_TRUE(h.Start());
+    EXPECT_EQ(h.form().MFGrid1.ColWidth(3), PxToTwips(before + 57));
+    EXPECT_EQ(h.form().MFGrid1View->columnWidth(3), before + 57);
+    EXPECT_EQ(h.form().MFGrid1View->columnWidth(2), TwipsToPx(2200));
+}
+
+// The installation's record keeps its drive-letter defaults, through a start
+// and a save, and the lyrics are looked for where "C:\Lyrics" stands on this
+// machine: the user's home.
+TEST(StartUp, DefaultPathsStayAsWrittenAndAreMappedWhereUsed) {
+    FormHarness h;
+    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Tune", "Band", "", "", "", "/music/Tune.mp3"}});
+    ASSERT_TRUE(QDir().mkpath(h.inst.home + "/Lyrics"));
+    ASSERT_TRUE(WriteFileBytes(h.inst.home + "/Lyrics/Tune.txt", "la la la\r\n"));
+    ASSERT_TRUE(h.Start());
+    h.Click("Sett3");
+    EXPECT_EQ(h.inst.ReadSettings().LyricsPath.Trimmed(), "C:\\Lyrics");
+    h.form().MFGrid1.SetRow(1);
+    h.Click("Lyr1");
+    EXPECT_EQ(h.form().companions->Form3().Face()->toPlainText(), "la la la\n");
 }
 
 TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) {

@@ -1,0 +1,105 @@
+// How the grids look with the settings' fonts: the font names resolve to
+// families with the old fonts' metrics, and every heading is whole at both
+// screen sizes in both skins, in the catalogue and in the playlist.
+// With ZOR_GRID_SHOTS set to a folder, the windows are saved there as PNGs.
+#include "catalogue/ui/song_grid_view.h"
+#include "shell/ui/font_check.h"
+#include "tests/support/form_harness.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QStyle>
+
+#include <gtest/gtest.h>
+
+namespace zor::testing {
+namespace {
+
+TEST(Fonts, TheSettingsFontsResolveToFamiliesWithTheirMetrics) {
+    EXPECT_TRUE(MetricCompatible("Arial", "Liberation Sans"));
+    EXPECT_TRUE(MetricCompatible("arial ", "Arimo"));
+    EXPECT_TRUE(MetricCompatible("Courier New", "Liberation Mono"));
+    EXPECT_TRUE(MetricCompatible("Verdana", "Verdana"));
+    EXPECT_FALSE(MetricCompatible("Arial", "DejaVu Sans"));
+    EXPECT_FALSE(MetricCompatible("Arial", "Liberation Serif"));
+    EXPECT_FALSE(MetricCompatible("Verdana", "DejaVu Sans"));
+
+    // The installation brings a twin of Arial (tools/setup.sh).
+    EXPECT_TRUE(MetricCompatible("Arial", ResolvedFamily("Arial"))) << ResolvedFamily("Arial").toStdString();
+    EXPECT_TRUE(FontMetricNotes({"Arial", "Arial", ""}).isEmpty());
+    const QStringList notes = FontMetricNotes({"Arial", "Zz No Such Family", "zz no such family"});
+    ASSERT_EQ(notes.size(), 1);
+    EXPECT_TRUE(notes[0].contains("\"Zz No Such Family\" is shown as")) << notes[0].toStdString();
+}
+
+// The window, then once more with both grids scrolled to their last columns.
+void SaveShot(Form1& f, const QString& name) {
+    const QString dir = qEnvironmentVariable("ZOR_GRID_SHOTS");
+    if (dir.isEmpty()) return;
+    f.grab().save(dir + u'/' + name + QStringLiteral(".png"));
+    for (SongGridView* v : {f.MFGrid1View, f.MFgrid2View})
+        v->horizontalScrollBar()->setValue(v->horizontalScrollBar()->maximum());
+    f.grab().save(dir + u'/' + name + QStringLiteral("-right.png"));
+    for (SongGridView* v : {f.MFGrid1View, f.MFgrid2View}) v->horizontalScrollBar()->setValue(0);
+}
+
+// Every heading of a shown column fits between the style's margins.
+void ExpectWholeHeadings(SongGridView& view) {
+    const QHeaderView* header = view.horizontalHeader();
+    const int margin = header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+    const QFontMetrics fm = header->fontMetrics();
+    for (int c = 0; c < view.model()->columnCount(); ++c) {
+        if (view.isColumnHidden(c)) continue;
+        const QString heading = view.model()->headerData(c, Qt::Horizontal).toString();
+        EXPECT_GE(header->sectionSize(c), fm.horizontalAdvance(heading) + 2 * margin)
+            << view.objectName().toStdString() << " column " << c << " \"" << heading.toStdString() << "\"";
+    }
+}
+
+TEST(GridLook, EveryHeadingIsWholeAtBothScreenSizesInBothSkins) {
+    for (const QSize screen : {QSize(1280, 800), QSize(800, 600)}) {
+        for (const int skin : {0, 1}) {
+            for (const int userLayout : {0, 1}) {
+                const QString name = QStringLiteral("%1x%2-%3-%4")
+                                         .arg(screen.width())
+                                         .arg(screen.height())
+                                         .arg(skin ? "artistic" : "normal")
+                                         .arg(userLayout ? "saved-widths" : "default-widths");
+                SCOPED_TRACE(name.toStdString());
+                FormHarness h;
+                h.inst.tp.environment.screen = screen;
+                std::vector<SongFields> songs;
+                for (int i = 1; i <= 30; ++i)
+                    songs.push_back({QStringLiteral("Song title number %1").arg(i), "The Artist", "An Album", "1999", "Pop",
+                                     "/music/song.mp3", "Y", " N", " N", ""});
+                TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), songs);
+                h.inst.EditSettings([&](Settings& s) {
+                    s.ArtisticScreen = skin;
+                    s.GridLayoutUser = userLayout;
+                    s.PlayerChoice = 4;
+                });
+                ASSERT_TRUE(h.Start());
+                Form1& f = h.form();
+                ExpectWholeHeadings(*f.MFGrid1View);
+                // The year is never elided in its column.
+                const QFontMetrics cells = f.MFGrid1View->fontMetrics();
+                const int textMargin = f.MFGrid1View->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, f.MFGrid1View) + 1;
+                EXPECT_GE(f.MFGrid1View->columnWidth(4), cells.horizontalAdvance("1999") + 2 * textMargin);
+                SaveShot(f, name + QStringLiteral("-catalogue"));
+
+                for (int r : {3, 1, 2}) {
+                    const QString mark = QString::number(h.j().PlaylistEnd++);
+                    f.MFGrid1.SetTextMatrix(r, 0, mark);
+                    f.MFGrid1.SetTextMatrix(r, 12, mark);
+                }
+                h.Click("Playlist2");
+                ASSERT_EQ(h.j().PlaylistActive, 1);
+                ExpectWholeHeadings(*f.MFgrid2View);
+                SaveShot(f, name + QStringLiteral("-playlist"));
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zor::testing
