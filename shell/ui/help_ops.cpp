@@ -1,6 +1,10 @@
 #include "shell/ui/help_ops.h"
 
+#include "platform/paths.h"
 #include "shell/ui/form1.h"
+#include "shell/ui/startup.h"
+
+#include <QPointer>
 
 namespace zor {
 namespace {
@@ -36,6 +40,34 @@ void OpenUserGuide(Form1& f) {
                             QStringLiteral("De gebruiksaanwijzing kon niet worden geopend:")));
     j.AddMessageLine(guide);
     j.ShowMessageBuffer(vbExclamation);
+}
+
+void RunInspector(Form1& f) {
+    Jukebox& j = f.j;
+    FileSystem& files = j.platform.files;
+    auto found = [&](bool yes, const char* what) {
+        return QString::fromLatin1(what) + (yes ? QStringLiteral(" found in ") : QStringLiteral(" NOT found in ")) + j.ProgramDir;
+    };
+    const QString lines[] = {
+        QStringLiteral("Starting Directory is:  ") + j.ProgramDir,
+        QStringLiteral("Current Directory is:  ") + j.platform.environment.CurrentDirectory(),
+        found(files.FileExists(j.ProgramFile(QString::fromLatin1(kProgramFileName))), "Program ZORjuke.exe"),
+        found(!files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.ini"))).isEmpty(), "Initialisation file ZORjuke.ini"),
+        found(!files.Dir(j.ProgramFile(QStringLiteral("Mp3data1.mdb"))).isEmpty(), "Default Database MP3data1.mdb"),
+        QStringLiteral("The Windows directory is: ") + j.WindowsDir,
+        QStringLiteral("The Windows System directory is: ") + j.SystemDir,
+    };
+    // A skin or language change during a pause takes this window away, and
+    // the message line with it; the report ends there. The new window has
+    // a message line of its own, with nothing of the Inspector's in it.
+    QPointer<Form1> alive(&f);
+    const auto windowStays = [&] { return alive && !alive->Unloaded(); };
+    for (const QString& line : lines) {
+        f.ShowMessage(kWhite, line);
+        PauseWithEvents(j, 3);
+        if (!windowStays()) return;
+    }
+    f.ShowMessage(kWhite, QStringLiteral("The Inspector has completed its task"));
 }
 
 void ShowLinks(Form1& f) {
