@@ -19,6 +19,8 @@ class ReloadHold {
 public:
     explicit ReloadHold(Jukebox& j);
     ~ReloadHold();
+    // A reload was asked for meanwhile: work that can end early ends.
+    bool Asked() const { return asked_; }
     ReloadHold(const ReloadHold&) = delete;
     ReloadHold& operator=(const ReloadHold&) = delete;
 

@@ -1,10 +1,10 @@
 #include "shell/ui/help_ops.h"
 
+#include "catalogue/ui/catalogue_task.h"
 #include "platform/paths.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/startup.h"
 
-#include <QPointer>
 
 namespace zor {
 namespace {
@@ -57,15 +57,16 @@ void RunInspector(Form1& f) {
         QStringLiteral("The Windows directory is: ") + j.WindowsDir,
         QStringLiteral("The Windows System directory is: ") + j.SystemDir,
     };
-    // A skin or language change during a pause takes this window away, and
-    // the message line with it; the report ends there. The new window has
-    // a message line of its own, with nothing of the Inspector's in it.
-    QPointer<Form1> alive(&f);
-    const auto windowStays = [&] { return alive && !alive->Unloaded(); };
+    // A skin or language change during a pause would take this window away
+    // while its menu's click is still on the stack below the report. The
+    // reload waits, the report ends at the end of the pause, and the reload
+    // comes as the Inspector returns; the new window's message line has
+    // nothing of the Inspector's in it.
+    ReloadHold hold(j);
     for (const QString& line : lines) {
         f.ShowMessage(kWhite, line);
         PauseWithEvents(j, 3);
-        if (!windowStays()) return;
+        if (hold.Asked() || f.Unloaded()) return;
     }
     f.ShowMessage(kWhite, QStringLiteral("The Inspector has completed its task"));
 }

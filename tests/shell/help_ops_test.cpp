@@ -9,8 +9,9 @@
 namespace zor::testing {
 namespace {
 
-// A skin change during one of the Inspector's pauses takes its window away;
-// the report stops there and paints nothing more, in the old window or the
+// A skin change during one of the Inspector's pauses waits for the
+// Inspector, which stops at the end of that pause; its window goes only
+// then, and nothing more of the report is painted, in the old window or the
 // new one.
 TEST(Inspector, StopsWhenASkinChangeTakesItsWindowAway) {
     FormHarness h;
@@ -23,6 +24,7 @@ TEST(Inspector, StopsWhenASkinChangeTakesItsWindowAway) {
         if (&h.form() != first || !atReload.isNull()) return;
         atReload = first->Text1->text();
         h.Click("Ascreen");
+        EXPECT_EQ(&h.form(), first);
     };
     h.Click("Inspect1");
     ASSERT_NE(&h.form(), first);
