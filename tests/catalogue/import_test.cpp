@@ -253,6 +253,24 @@ TEST_F(ImportTest, ASkinChangeDuringTheImportComesWhenTheImportIsOver) {
     EXPECT_EQ(h.j().SongCount, 2);
 }
 
+// The way out during the import stops the walk at its next point; what it
+// had scanned is kept, numbered.
+TEST_F(ImportTest, LeavingTheProgramStopsTheWalkAndKeepsWhatItHad) {
+    for (const char* dir : {"a", "b", "c"}) Write(QString::fromLatin1(dir) + QStringLiteral("/x - y.mp3"), SongBytes());
+    Start();
+    bool left = false;
+    h.inst.tp.events.onDoEvents = [&](int) {
+        if (left || h.form().Text2->text() != QStringLiteral("1")) return;
+        left = true;
+        h.Click("Exit1");
+    };
+    Import(root);
+    ASSERT_TRUE(left);
+    EXPECT_EQ(h.inst.tp.process.ends, 1);
+    EXPECT_EQ(Field(5), QStringList({root + QStringLiteral("/c/x - y.mp3")}));
+    EXPECT_EQ(Field(10), QStringList({"1"}));
+}
+
 // A file that can't be read is passed over; a directory that can't be
 // listed ends the import with its error, and everything is as before it:
 // the file, the grid's rows, the count. The next import works.
