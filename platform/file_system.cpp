@@ -42,6 +42,7 @@ QStringList FileSystem::DirList(const QString& pattern, int attr) {
     const bool wantDirs = attr & vbDirectory;
     QStringList out;
     if (name.isEmpty()) return out;
+    const bool everything = name == u"*";
     if (!HasWildcards(name)) {
         const QFileInfo fi(pattern);
         if (fi.exists() && (fi.isFile() || (wantDirs && fi.isDir())) && name != u"." && name != u"..") out << name;
@@ -56,7 +57,7 @@ QStringList FileSystem::DirList(const QString& pattern, int attr) {
     if (attr & vbHidden) filters |= QDir::Hidden;
     QDir dir(dirPath);
     for (const QString& entry : dir.entryList(filters, QDir::Unsorted))
-        if (rx.match(entry).hasMatch()) out << entry;
+        if (everything || rx.match(entry).hasMatch()) out << entry;
     std::sort(out.begin(), out.end(), CaseInsensitiveLess);
     return out;
 }
@@ -84,11 +85,17 @@ qint64 FileSystem::FileLen(const QString& path) {
 }
 
 QByteArray FileSystem::ReadBytes(const QString& path, qint64 offset, qint64 n) {
+    if (n < 0) throw RuntimeError::InvalidProcedureCall();
+    // The import reads every file of a tree this way: one open, and the
+    // look-ups that tell the failures apart only when it fails.
     QFile file(path);
-    if (!QFileInfo(path).isFile()) throw RuntimeError::FileNotFound();
-    if (!file.open(QIODevice::ReadOnly)) throw RuntimeError::PathFileAccessError();
-    if (offset < 0 || n < 0) throw RuntimeError::InvalidProcedureCall();
-    if (offset >= file.size() || n == 0) return {};
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        if (!QFileInfo::exists(path)) throw RuntimeError::FileNotFound();
+        throw RuntimeError::PathFileAccessError();
+    }
+    const qint64 size = file.size();
+    if (offset < 0) offset = std::max<qint64>(size + offset, 0);
+    if (offset >= size || n == 0) return {};
     if (!file.seek(offset)) throw RuntimeError(57, QStringLiteral("Device I/O error"));
     QByteArray bytes = file.read(n);
     if (bytes.isNull() && file.error() != QFileDevice::NoError) throw RuntimeError(57, QStringLiteral("Device I/O error"));

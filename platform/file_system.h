@@ -43,9 +43,11 @@ public:
     virtual bool FileExists(const QString& path);
     virtual bool DirExists(const QString& path);
     virtual qint64 FileLen(const QString& path);
-    // Up to n bytes of a file from the 0-based offset, fewer at its end. The
-    // file is open only for the read and takes no hold. Error 53 when there
-    // is no such file, 75 when it can't be opened, 57 when the read fails.
+    // Up to n bytes of a file from the 0-based offset, fewer at its end; a
+    // negative offset counts from the end, so (-128, 128) is the last 128
+    // bytes, or the whole of a shorter file. The file is open only for the
+    // read and takes no hold. Error 53 when there is no such file, 75 when
+    // it can't be opened, 57 when the read fails.
     virtual QByteArray ReadBytes(const QString& path, qint64 offset, qint64 n);
     virtual void FileCopy(const QString& source, const QString& target);
     // Replaces `target` by the file that `write` makes at the scratch path

@@ -83,12 +83,7 @@ void ShowTotal(Form1& f) {
 // locked, a failing disk): the file is then passed over.
 bool ReadTail(FileSystem& files, const QString& path, Id3TagRecord& tag) {
     try {
-        const qint64 length = files.FileLen(path);
-        if (length < kId3TagBytes) {
-            files.ReadBytes(path, 0, 0);  // readable all the same, or passed over
-            return true;
-        }
-        const QByteArray tail = files.ReadBytes(path, length - kId3TagBytes, kId3TagBytes);
+        const QByteArray tail = files.ReadBytes(path, -kId3TagBytes, kId3TagBytes);
         if (tail.size() == kId3TagBytes) tag = DecodeId3Tag(tail);
         return true;
     } catch (const RuntimeError&) {

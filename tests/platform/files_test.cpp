@@ -195,13 +195,15 @@ TEST(FileSystemFiles, AReplacedFileIsTheOldOneWholeUntilTheNewOneIsInPlace) {
     EXPECT_EQ(ErrorOf([&] { fs.ReplaceFile(target, [](const QString&) { return true; }); }), 70);
 }
 
-TEST(FileSystemFiles, ReadBytesReadsFromAnOffsetShortAtTheEndAndNamesItsFailures) {
+TEST(FileSystemFiles, ReadBytesReadsFromEitherEndShortAtTheEndAndNamesItsFailures) {
     Scratch s;
     FileSystem fs;
     const QString file = s.Make("f.bin", "0123456789");
     EXPECT_EQ(fs.ReadBytes(file, 7, 128), "789");
     EXPECT_EQ(fs.ReadBytes(file, 0, 3), "012");
     EXPECT_EQ(fs.ReadBytes(file, 10, 1), "");
+    EXPECT_EQ(fs.ReadBytes(file, -4, 128), "6789");  // from the end
+    EXPECT_EQ(fs.ReadBytes(file, -128, 128), "0123456789");  // all of a shorter file
     EXPECT_EQ(ErrorOf([&] { fs.ReadBytes(s.Path("none"), 0, 1); }), 53);
     QFile(file).setPermissions(QFileDevice::Permissions());
     if (geteuid() != 0) EXPECT_EQ(ErrorOf([&] { fs.ReadBytes(file, 0, 0); }), 75);
