@@ -47,7 +47,7 @@ std::vector<Result> OpenCatalogue() {
     // does, from an empty grid and a heap with no freed rows scattered in it.
     const auto emptyGrid = [&](int sortKey) {
         return [&f, &app, sortKey] {
-            app.j.SortKeyCopy = sortKey;
+            app.j.grid.SortKeyCopy = sortKey;
             f.MFGrid1.SetRows(1);
             malloc_trim(0);
         };

@@ -104,7 +104,7 @@ std::vector<Result> ImportTree() {
         {[&] {
              ClearDatabase(f);
              f.Frame3->SetPath(root);
-             f.j.AddSingleFile = 0;
+             f.j.scanner.AddSingleFile = 0;
          },
          [&] { ScanSelectedPath(f); }},
     });

@@ -29,7 +29,7 @@ void MarkThousand(Form1& f) {
     ClearSelectionNumbers(f);
     g.SetCol(kTitleColumn);
     g.Sort(1);
-    f.j.SortAtStartCopy = kTitleColumn;
+    f.j.grid.SortAtStartCopy = kTitleColumn;
     for (int i = 0; i < 1000; ++i) {
         const int r = 1 + int((uint64_t(i) * 7919 * 97) % uint64_t(f.j.SongCount));
         if (!g.TextMatrix(r, 0).isEmpty()) continue;

@@ -1,6 +1,7 @@
 #pragma once
-// The playlist's own state that no other part reads: the counters of the
-// random order and the generator that draws it, and the playlist files'.
+// The playlist's own state: the counters of the random order and the
+// generator that draws it, the flag that the catalogue's marks read while a
+// playlist is being built, and the playlist files'.
 #include "platform/vb.h"
 #include "playlists/random_history.h"
 #include "playlists/zpl_record.h"
@@ -15,6 +16,9 @@ struct PlaylistState {
     // The transport buttons' enabled states before the playlist turned them.
     bool turned = false;
     bool backEnabled = true, repeatEnabled = true, nextEnabled = true;
+    // While the playlist is shown, a mark in the catalogue also appends its
+    // row to MFgrid2.
+    int16_t PlaylistBuilding = 0;
     // The playlist files: the file chosen for reading, the file to be
     // written, and the one record buffer whose reserved fields a write
     // carries over from the last read.

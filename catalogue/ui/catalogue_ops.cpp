@@ -83,14 +83,14 @@ void OpenDatabase(Form1& f) {
     // With "No sorting" the first open keeps the table's order, but later
     // opens in the same run sort all the same, on SortAtStartCopy: column 0
     // until a click sorts by another. Kept on purpose.
-    if (j.SortKeyCopy != 0) {
+    if (j.grid.SortKeyCopy != 0) {
         if (f.MFGrid1.Rows() > 1) {
-            f.MFGrid1.Select(1, j.SortAtStartCopy, f.MFGrid1.Rows() - 1, j.SortAtStartCopy);
+            f.MFGrid1.Select(1, j.grid.SortAtStartCopy, f.MFGrid1.Rows() - 1, j.grid.SortAtStartCopy);
             f.MFGrid1.Sort(j.settings.SortDirection);
         }
         LayOutGrids(f);
     } else {
-        j.SortKeyCopy = 1;
+        j.grid.SortKeyCopy = 1;
     }
     if (j.SongCount > 0) {
         const QString name = j.settings.SortAtStartName.Trimmed();

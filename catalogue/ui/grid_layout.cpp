@@ -27,7 +27,7 @@ void LayOutGrids(Form1& f) {
         grid.FontName = QStringLiteral("Arial");
         grid.FontSize = 10;
         grid.FontBold = grid.FontItalic = grid.FontUnderline = grid.FontStrikethru = false;
-        j.LyricsFont = {QStringLiteral("Arial"), 10, true, false, false, false, BgrFromRgb(100, 255, 255)};
+        j.companion.LyricsFont = {QStringLiteral("Arial"), 10, true, false, false, false, BgrFromRgb(100, 255, 255)};
     } else {
         ApplyWidths(grid, s.GridColumnWidth);
         ApplyWidths(f.MFgrid2, s.PlaylistColumnWidth);
@@ -37,7 +37,7 @@ void LayOutGrids(Form1& f) {
         grid.FontItalic = s.GridFontItalic != 0;
         grid.FontUnderline = s.GridFontUnderline != 0;
         grid.FontStrikethru = s.GridFontStrikeout != 0;
-        j.LyricsFont = {s.LyricsFontName,         s.LyricsFontSize,          s.LyricsFontBold != 0, s.LyricsFontItalic != 0,
+        j.companion.LyricsFont = {s.LyricsFontName,         s.LyricsFontSize,          s.LyricsFontBold != 0, s.LyricsFontItalic != 0,
                         s.LyricsFontUnderline != 0, s.LyricsFontStrikeout != 0, s.LyricsFontColour};
     }
     grid.AppearanceChanged();

@@ -33,18 +33,18 @@ QString HeadingWord(int col) {
 void ClickGrid(Form1& f) {
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
-    j.GridRow = g.Row();
-    j.GridCol = g.Col();
+    j.grid.GridRow = g.Row();
+    j.grid.GridCol = g.Col();
     f.ShowCount(j.Lang(QStringLiteral("     Record:"), QStringLiteral("     Regel:")), g.Row());
     // A click on a heading selects the whole column, as does one in the last row.
     const bool onHeading = f.MFGrid1View->MouseRow() == 0;
     if (g.Row() == j.SongCount || onHeading) {
         g.Sort(j.settings.SortDirection);
-        j.SortAtStartCopy = int16_t(g.Col());
-        j.SortedColumnName = HeadingWord(g.Col());
+        j.grid.SortAtStartCopy = int16_t(g.Col());
+        j.grid.SortedColumnName = HeadingWord(g.Col());
         const int songs = g.Rows() - 1;
-        f.ShowMessage(kYellow, j.Lang(QStringLiteral("The number songs files is: %1  -  Assorted by: %2").arg(songs).arg(j.SortedColumnName),
-                                      QStringLiteral("Het aantal songs is: %1  -  Gesorteerd op: %2").arg(songs).arg(j.SortedColumnName)));
+        f.ShowMessage(kYellow, j.Lang(QStringLiteral("The number songs files is: %1  -  Assorted by: %2").arg(songs).arg(j.grid.SortedColumnName),
+                                      QStringLiteral("Het aantal songs is: %1  -  Gesorteerd op: %2").arg(songs).arg(j.grid.SortedColumnName)));
     }
     // The PLAY column marks the row.
     if (g.Col() != 12 || onHeading) return;
@@ -53,7 +53,7 @@ void ClickGrid(Form1& f) {
     g.SetCol(0);
     if (HoldsNumber(g, row, 0)) return;
     MarkRow(j, g, row);
-    if (j.PlaylistBuilding == 1) {
+    if (f.playlist.PlaylistBuilding == 1) {
         SongGrid& list = f.MFgrid2;
         list.SetRows(j.PlaylistEnd);
         for (int c = 0; c < kGridCols; ++c) list.SetTextMatrix(j.PlaylistEnd - 1, c, g.TextMatrix(row, c));
@@ -63,14 +63,14 @@ void ClickGrid(Form1& f) {
 void GridMouseDown(Form1& f, int button) {
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
-    j.GridMarkStartRow = g.Row();
-    j.GridMarkEndRow = g.RowSel();
+    j.grid.GridMarkStartRow = g.Row();
+    j.grid.GridMarkEndRow = g.RowSel();
     if (button == kRightButton) {
         // Going to column 0 collapses the selection; the drag's rows are
         // put back from what was kept.
         g.SetCol(0);
-        if (g.Rows() > j.GridMarkStartRow) g.SetRow(j.GridMarkStartRow);
-        if (g.Rows() > j.GridMarkEndRow) g.SetRowSel(j.GridMarkEndRow);
+        if (g.Rows() > j.grid.GridMarkStartRow) g.SetRow(j.grid.GridMarkStartRow);
+        if (g.Rows() > j.grid.GridMarkEndRow) g.SetRowSel(j.grid.GridMarkEndRow);
         NumberSelectedRows(f);
     } else if (button == kMiddleButton) {
         ClearSelectionNumbers(f);

@@ -50,7 +50,7 @@ bool LetEventsThrough(Scan& scan) {
 
 void OpenSelector(Form1& f, int addSingleFile, const QString& english, const QString& dutch) {
     Jukebox& j = f.j;
-    j.AddSingleFile = int16_t(addSingleFile);
+    j.scanner.AddSingleFile = int16_t(addSingleFile);
     f.ShowMessage(kYellow, j.Lang(english, dutch));
     PathSelector& p = *f.Frame3;
     if (p.drvList->count() == 0) p.FillDrives(j.platform.environment.HomeDirectory());
@@ -94,7 +94,7 @@ bool ReadTail(FileSystem& files, const QString& path, Id3TagRecord& tag) {
 void ScanFile(Scan& scan, const QString& path) {
     Form1& f = scan.f;
     Jukebox& j = f.j;
-    if (j.ShowScannedFiles == 1) {
+    if (j.scanner.ShowScannedFiles == 1) {
         f.ShowMessage(kYellow, path);
         if (!LetEventsThrough(scan)) return;
     }
@@ -126,7 +126,7 @@ void ScanFile(Scan& scan, const QString& path) {
     rs.SetField(kRecordNumberField, QString::number(rs.AbsolutePosition()).trimmed());
     rs.Update();
     j.SongCount = rs.RecordCount();
-    if (j.ShowScannedFiles == 1) ShowTotal(f);
+    if (j.scanner.ShowScannedFiles == 1) ShowTotal(f);
 }
 
 void ScanDirectory(Scan& scan, const QString& dir) {
@@ -225,7 +225,7 @@ void ScanSelectedPath(Form1& f) {
                                   QStringLiteral("Database wordt geladen - Wacht s.v.p. .....")));
     p.SetPattern(QStringLiteral("*.*"));
     const QString base = p.Path() == u"/" ? QString() : p.Path();
-    if (j.AddSingleFile == 1 && (p.FileName().isEmpty() || !QFileInfo(base + u'/' + p.FileName()).isFile())) {
+    if (j.scanner.AddSingleFile == 1 && (p.FileName().isEmpty() || !QFileInfo(base + u'/' + p.FileName()).isFile())) {
         if (j.HidePictureForms) j.HidePictureForms();
         ShowNoValidFile(j);
         return;
@@ -239,7 +239,7 @@ void ScanSelectedPath(Form1& f) {
         QuietGrid quiet(g, QuietGrid::RedrawOff);
         CatalogueStore::Transaction transaction(f.Data1);
         try {
-            if (j.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
+            if (j.scanner.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
             else ScanDirectory(scan, p.Path());
             transaction.Commit();
         } catch (...) {

@@ -26,8 +26,8 @@ Mp3Analysis AnalyseOnGrid(Form1& f, SongGrid& grid, Mp3Caller caller, const Song
         const QString title = vb::Trim(grid.Text());
         grid.SetCol(2);
         const QString artist = vb::Trim(grid.Text());
-        j.SongInfoLine = SongInfoLine(title, artist, j.Mp3Info, j.Language);
-        f.ShowSongLine(j.SongInfoLine);
+        j.engine.SongInfoLine = SongInfoLine(title, artist, j.Mp3Info, j.Language);
+        f.ShowSongLine(j.engine.SongInfoLine);
     }
     return result;
 }

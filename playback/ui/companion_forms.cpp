@@ -51,7 +51,7 @@ void CompanionWindow::PlaceAndShow(const QRect& place) {
 void CompanionWindow::ApplySkin(const Jukebox& j) {
     QPalette p = palette();
     if (j.settings.ArtisticScreen == 1) p.setColor(QPalette::Window, Qt::black);
-    else if (j.ScreenWidthPx >= 1024) p.setColor(QPalette::Window, QColor(200, 200, 200));
+    else if (j.shell.ScreenWidthPx >= 1024) p.setColor(QPalette::Window, QColor(200, 200, 200));
     else p = QPalette();
     setPalette(p);
 }
@@ -101,7 +101,7 @@ void LyricsForm::ApplySkin(const Jukebox& j) {
     Text2->setVisible(artistic);
     Check1->setToolTip(j.Lang(QStringLiteral("Lyrics text size"), QStringLiteral("Lyrics tekstgrootte")));
     Command1->setText(j.Lang(QStringLiteral("SAVE"), QStringLiteral("BEWAAR")));
-    textColour_ = j.LyricsFont.name.isEmpty() ? QColor(255, 255, 0) : FromBgr(j.LyricsFont.colour);
+    textColour_ = j.companion.LyricsFont.name.isEmpty() ? QColor(255, 255, 0) : FromBgr(j.companion.LyricsFont.colour);
 }
 
 void LyricsForm::SetEditingLook(bool editing) {
@@ -125,7 +125,7 @@ void LyricsForm::ApplyFont(const Jukebox& j) {
         font.setFamily(QStringLiteral("MS Sans Serif"));
         font.setPointSizeF(Text1->font().pointSizeF());
     } else {
-        const Jukebox::Font& lf = j.LyricsFont;
+        const LyricsFontSpec& lf = j.companion.LyricsFont;
         font.setFamily(lf.name.isEmpty() ? QStringLiteral("Arial") : lf.name);
         font.setPointSizeF(lf.size > 0 ? lf.size : 10);
         font.setBold(lf.bold);
@@ -159,7 +159,7 @@ bool LyricsForm::eventFilter(QObject* watched, QEvent* event) {
     if (typed || pressed) {
         On(f, [&] { TakeOverCompanions(f); });
         // Outside an edit a stray key must not change the text on show.
-        if (typed && f.j.LyricsEditing == 0) return true;
+        if (typed && f.j.companion.LyricsEditing == 0) return true;
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -48,7 +48,7 @@ void PlaceStartPicture(Companions& c, Form1& f) {
 // the mixer, a minimized main window, or pictures turned off.
 bool PicturesMayShow(Form1& f) {
     const Jukebox& j = f.j;
-    if (j.LyricsEditing != 0 || j.ScrollHold != 0 || j.MixerOpen != 0) return false;
+    if (j.companion.LyricsEditing != 0 || j.companion.ScrollHold != 0 || j.engine.MixerOpen != 0) return false;
     return !f.isMinimized() && j.settings.ShowPictureAtPlay != 0;
 }
 
@@ -67,7 +67,7 @@ void ShowAlbumPicture(Form1& f, SongGrid& grid, PictureForm& form, int16_t wante
     Jukebox& j = f.j;
     // Missing until shown, so that the turn of the pictures shows the
     // artist instead whenever this one stays away.
-    j.PictureMissing = 1;
+    j.companion.PictureMissing = 1;
     if (!PicturesMayShow(f) || wanted == 0 || !HasSongRow(grid)) return;
     const QString album = CellsOf(grid).Album;
     if (album.isEmpty()) return;
@@ -79,7 +79,7 @@ void ShowAlbumPicture(Form1& f, SongGrid& grid, PictureForm& form, int16_t wante
     form.PlaceAndShow(PicturePlace(j));
     FitPictureToWindow(form, picture);
     j.platform.events.DoEvents();
-    j.PictureMissing = 0;
+    j.companion.PictureMissing = 0;
 }
 
 }  // namespace
@@ -148,17 +148,17 @@ bool FitPictureToWindow(PictureForm& form, const QString& file) {
 
 void FitPictureToWindow(PictureForm& form, const QImage& picture) {
     form.PicClip1 = picture;
-    form.TrueSize = dynamic_cast<ArtistPictureForm*>(&form) && form.f.j.TrueSizePicture == 1;
+    form.TrueSize = dynamic_cast<ArtistPictureForm*>(&form) && form.f.j.companion.TrueSizePicture == 1;
     form.Redraw();
 }
 
 void ShowLyrics(Form1& f, SongGrid& grid) {
     Jukebox& j = f.j;
-    j.LyricsLineCount = 0;
+    j.companion.LyricsLineCount = 0;
     if (f.isMinimized() || j.settings.ShowLyricsAtPlay == 0 || !HasSongRow(grid)) return;
     const QString file = FindLyricsFile(j.platform.files, SettingsDir(j, j.settings.LyricsPath), CellsOf(grid),
                                         j.platform.environment.HomeDirectory());
-    if (file.isEmpty() || j.ScrollHold != 0) return;
+    if (file.isEmpty() || j.companion.ScrollHold != 0) return;
     // A file that is no text (or can't be read) counts as no lyrics.
     const LyricsText lyrics = ReadLyricsFile(file);
     if (!lyrics.readable) return;
@@ -170,7 +170,7 @@ void ShowLyrics(Form1& f, SongGrid& grid) {
     form.PlaceCheck1();
     form.Command1->hide();
     form.SetLyrics(lyrics.text);
-    j.LyricsLineCount = lyrics.lineFeeds;
+    j.companion.LyricsLineCount = lyrics.lineFeeds;
 }
 
 void ShowArtistPicture(Form1& f, SongGrid& grid) {
@@ -182,28 +182,28 @@ void ShowArtistPicture(Form1& f, SongGrid& grid) {
     const QString dir = SettingsDir(j, j.settings.PicturesPath);
     // The plain turn runs over the numbers below 10; a turn that ended on
     // 9 starts the next one from the picture without a number.
-    if (j.PictureNumber < 0 || j.PictureNumber >= 10) j.PictureNumber = 0;
+    if (j.companion.PictureNumber < 0 || j.companion.PictureNumber >= 10) j.companion.PictureNumber = 0;
     QImage picture;
     for (;;) {
-        QString number = j.PictureNumber == 0 ? QString() : QString::number(j.PictureNumber);
+        QString number = j.companion.PictureNumber == 0 ? QString() : QString::number(j.companion.PictureNumber);
         if (j.settings.RandomPictures == 1) number = RandomNumberText(c, j, dir, artist);
         // A file that is no picture counts as a miss.
         if (const QString file = FindPicture(j.platform.files, dir, artist + number); !file.isEmpty())
             picture = LoadPicture(file);
         if (!picture.isNull()) break;
-        if (++j.PictureNumber >= 10) {
-            j.PictureNumber = 0;
+        if (++j.companion.PictureNumber >= 10) {
+            j.companion.PictureNumber = 0;
             return;
         }
     }
     ArtistPictureForm& form = c.Form4();
     form.ApplySkin(j);
     if (j.settings.MaximizePicture == 0) form.PlaceAndShow(PicturePlace(j));
-    else if (j.TrueSizePicture != 1) form.PlaceAndShow(FullScreenPlace(j));
+    else if (j.companion.TrueSizePicture != 1) form.PlaceAndShow(FullScreenPlace(j));
     FitPictureToWindow(form, picture);
     form.show();
     j.platform.events.DoEvents();
-    ++j.PictureNumber;
+    ++j.companion.PictureNumber;
 }
 
 void ShowAlbumCover(Form1& f, SongGrid& grid) {

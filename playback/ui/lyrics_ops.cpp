@@ -30,7 +30,7 @@ void OpenLyricsEditor(Form1& f, bool keepText) {
     form.PlaceCheck1();
     form.Command1->show();
     form.SetEditingLook(true);
-    j.LyricsEditing = 1;
+    j.companion.LyricsEditing = 1;
     form.activateWindow();
     form.Face()->setFocus();
 }
@@ -44,7 +44,7 @@ QString ShownLyrics(Form1& f) {
 
 // The end of a save: the button goes and the edit is over.
 void EndLyricsEdit(Form1& f) {
-    f.j.LyricsEditing = 0;
+    f.j.companion.LyricsEditing = 0;
     if (QWidget* made = CompanionsOf(f).Made(3)) {
         auto* form = static_cast<LyricsForm*>(made);
         form->Command1->hide();
@@ -65,7 +65,7 @@ void ShowInPictureWindow(Form1& f, const QImage& picture) {
 }  // namespace
 
 void ShowLyricsOfSong(Form1& f) {
-    f.j.ScrollHold = 0;
+    f.j.companion.ScrollHold = 0;
     ShowLyrics(f, CurrentGrid(f));
 }
 
@@ -101,15 +101,15 @@ void SaveLyricsAs(Form1& f) {
 }
 
 void ShowSelectedArtistPicture(Form1& f) {
-    f.j.ScrollHold = 0;
+    f.j.companion.ScrollHold = 0;
     ShowArtistPicture(f, CurrentGrid(f));
 }
 
 void ShowPictureByPathName(Form1& f) {
     Jukebox& j = f.j;
-    j.ScrollHold = 0;
+    j.companion.ScrollHold = 0;
     SongGrid& grid = CurrentGrid(f);
-    if (j.LyricsEditing != 0 || j.MixerOpen != 0 || !HasSongRow(grid)) return;
+    if (j.companion.LyricsEditing != 0 || j.engine.MixerOpen != 0 || !HasSongRow(grid)) return;
     QString name = SongFileStem(CellsOf(grid).Path);
     if (name.endsWith(u'.')) name.chop(1);
     if (name.isEmpty()) return;
@@ -130,8 +130,8 @@ void TakeOverCompanions(Form1& f) {
     Jukebox& j = f.j;
     HideCompanion(f, 18);
     HideCompanion(f, 19);
-    j.ScrollHold = 1;
-    if (j.LyricsEditing == 0) {
+    j.companion.ScrollHold = 1;
+    if (j.companion.LyricsEditing == 0) {
         HideCompanion(f, 3);
         HideCompanion(f, 4);
     }
@@ -143,16 +143,16 @@ void PictureListClick(Form1& f, int entry) {
     form.List1->hide();
     switch (entry) {
         case ArtistPictureForm::Maximize:
-            j.TrueSizePicture = 0;
+            j.companion.TrueSizePicture = 0;
             j.settings.MaximizePicture = 1;
             form.setGeometry(FullScreenPlace(j));
             break;
         case ArtistPictureForm::Normal:
-            j.TrueSizePicture = 0;
+            j.companion.TrueSizePicture = 0;
             j.settings.MaximizePicture = 0;
             break;
         case ArtistPictureForm::TrueSizeEntry:
-            j.TrueSizePicture = 1;
+            j.companion.TrueSizePicture = 1;
             form.setGeometry(FullScreenPlace(j));
             break;
         case ArtistPictureForm::Hide:
@@ -161,7 +161,7 @@ void PictureListClick(Form1& f, int entry) {
         default:
             return;
     }
-    form.TrueSize = j.TrueSizePicture == 1;
+    form.TrueSize = j.companion.TrueSizePicture == 1;
     form.Redraw();
 }
 

@@ -46,7 +46,7 @@ void HideLyricsAndPicture(Form1& f) {
 bool ShowCompanionsAlive(Form1& f, SongGrid& grid) {
     const Jukebox& j = f.j;
     // A maximized picture covers the screen; lyrics under it would be lost.
-    if (CompanionWidthTwips(f, 4) < j.ScreenWidthPx * 15) {
+    if (CompanionWidthTwips(f, 4) < j.shell.ScreenWidthPx * 15) {
         ShowLyrics(f, grid);
         if (!LetEventsThrough(f)) return false;
     }
@@ -68,8 +68,8 @@ bool SettleWait(Form1& f) {
     Jukebox& j = f.j;
     QPointer<Form1> alive(&f);
     const QDateTime started = j.platform.clock.Now();
-    j.TickCount = 0;
-    while (j.TickCount < 10 && j.PlayStopped == 0 && started.secsTo(j.platform.clock.Now()) < 5) {
+    j.engine.TickCount = 0;
+    while (j.engine.TickCount < 10 && j.PlayStopped == 0 && started.secsTo(j.platform.clock.Now()) < 5) {
         j.platform.events.Wait(100);
         if (!WindowStays(alive)) return false;
     }
@@ -78,8 +78,8 @@ bool SettleWait(Form1& f) {
 
 void ScrollLyrics(Form1& f, int ticks, int barMax, int& scrollLines) {
     const Jukebox& j = f.j;
-    if (j.settings.ScrollLyrics != 1 || j.settings.MaximizePicture != 0 || j.LyricsLineCount <= 10) return;
-    if (LyricsScrollTarget(ticks, barMax, j.LyricsLineCount) < scrollLines || j.ScrollHold != 0) return;
+    if (j.settings.ScrollLyrics != 1 || j.settings.MaximizePicture != 0 || j.companion.LyricsLineCount <= 10) return;
+    if (LyricsScrollTarget(ticks, barMax, j.companion.LyricsLineCount) < scrollLines || j.companion.ScrollHold != 0) return;
     if (!f.isMinimized()) ShowLyricsWindow(f);
     ScrollLyricsDown(f);
     ++scrollLines;
@@ -88,8 +88,8 @@ void ScrollLyrics(Form1& f, int ticks, int barMax, int& scrollLines) {
 void PulseTitle(Form1& f) {
     QFont font = f.Text6->font();
     const double size = font.pointSizeF();
-    f.j.TitlePulse = NextTitlePulse(size, f.j.TitlePulse);
-    font.setPointSizeF(size + f.j.TitlePulse);
+    f.j.engine.TitlePulse = NextTitlePulse(size, f.j.engine.TitlePulse);
+    font.setPointSizeF(size + f.j.engine.TitlePulse);
     f.Text6->setFont(font);
 }
 
@@ -107,7 +107,7 @@ WaitOutcome WaitForEnd(Form1& f, int barMax) {
     int ticks = 0, scrollLines = 0;
     for (;;) {
         if (elapsed >= j.Mp3Info.DurationSeconds || j.PlayStopped != 0) return WaitOutcome::EndOfSong;
-        elapsed = double(j.SongStartTime.secsTo(j.SongLastTick));
+        elapsed = double(j.engine.SongStartTime.secsTo(j.engine.SongLastTick));
         if (elapsed != lastElapsed) {
             if (f.isMinimized()) HideLyricsAndPicture(f);
             lastElapsed = elapsed;
@@ -123,7 +123,7 @@ WaitOutcome WaitForEnd(Form1& f, int barMax) {
             ++ticks;
             const QString countdown = CountdownText(remaining);
             if (s.FastPc == 1) {
-                f.ShowSongLine(j.IntroOnly == 1 ? IntroLine(j, j.SongInfoLine) : CountdownLine(j, j.SongInfoLine, remaining));
+                f.ShowSongLine(j.IntroOnly == 1 ? IntroLine(j, j.engine.SongInfoLine) : CountdownLine(j, j.engine.SongInfoLine, remaining));
                 if (Artistic(j)) {
                     f.Text8->setText(countdown);
                     PulseTitle(f);
@@ -142,7 +142,7 @@ WaitOutcome WaitForEnd(Form1& f, int barMax) {
         }
         j.platform.events.Wait(MsToNextSecond(j.platform.clock.Timer()));
         if (!WindowStays(alive)) return WaitOutcome::WindowGone;
-        j.SongLastTick = j.platform.clock.Now();
+        j.engine.SongLastTick = j.platform.clock.Now();
     }
 }
 
@@ -156,7 +156,7 @@ void EndOfSong(Form1& f) {
     f.Text8->setText(QStringLiteral("00:00"));
     if (Artistic(j)) f.Frame8->hide();
     f.Picture4->show();
-    if (j.LyricsKeepOpen == 0) HideLyricsAndPicture(f);
+    if (j.companion.LyricsKeepOpen == 0) HideLyricsAndPicture(f);
     HideCompanion(f, 18);
     HideCompanion(f, 19);
     f.Timer3->stop();
@@ -184,7 +184,7 @@ void StartPlayer(Form1& f, SongGrid& grid) {
     const int16_t choice = j.settings.PlayerChoice;
     grid.SetCol(6);
     if (choice >= 1 && choice <= 3) {
-        j.CurrentSongPath.clear();
+        j.engine.CurrentSongPath.clear();
         if (j.StartExternalPlayer) j.StartExternalPlayer(grid);
         return;
     }
@@ -192,8 +192,8 @@ void StartPlayer(Form1& f, SongGrid& grid) {
     if (choice == 4) {
         f.Picture4->hide();
         f.Frame8->show();
-        j.CurrentSongPath = parts.directory + parts.fileName;
-        f.MediaPlayer1->Open(j.CurrentSongPath);
+        j.engine.CurrentSongPath = parts.directory + parts.fileName;
+        f.MediaPlayer1->Open(j.engine.CurrentSongPath);
     } else if (choice == 0) {
         // The desktop's program for the file type; whether it took the
         // song is not known here, as with any outside player.
@@ -211,7 +211,7 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     grid.SetRedraw(false);
     LogSongStart(j, grid);
     j.PlayStopped = 0;
-    j.PictureTurn = 0;
+    j.engine.PictureTurn = 0;
     f.ProgressBar1->setValue(0);
     if (Artistic(j)) {
         f.Text7->setText(grid.TextMatrix(grid.Row(), 1));
@@ -241,8 +241,8 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     const int barMax = j.Mp3Info.DurationSeconds + 1;
     f.ProgressBar1->setRange(0, std::max(barMax, 1));
     if (s.PlayerChoice != 4 && !SettleWait(f)) return SongOutcome::WindowGone;
-    j.SongStartTime = j.SongLastTick = j.platform.clock.Now();
-    f.ShowSongLine(s.FastPc == 1 ? j.SongInfoLine + RemainingText(j, j.Mp3Info.DurationSeconds) : j.SongInfoLine);
+    j.engine.SongStartTime = j.engine.SongLastTick = j.platform.clock.Now();
+    f.ShowSongLine(s.FastPc == 1 ? j.engine.SongInfoLine + RemainingText(j, j.Mp3Info.DurationSeconds) : j.engine.SongInfoLine);
     if (s.ShowFirst == 0 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
     grid.SetCol(1);
     grid.SetRedraw(true);
@@ -250,7 +250,7 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     // is spared the count-down, and the player's stop event ends it.
     if (j.PlaylistActive == 0 && s.FastPc == 0) return SongOutcome::Over;
 
-    j.PictureTurn = 0;
+    j.engine.PictureTurn = 0;
     f.Timer3->start();
     if (j.IntroOnly == 1) j.Mp3Info.DurationSeconds = s.IntroSeconds;
     switch (WaitForEnd(f, barMax)) {
@@ -276,7 +276,7 @@ void PlayDatabaseRow(Form1& f) {
     Jukebox& j = f.j;
     // A double click during an announcement is ignored.
     if (j.settings.SpeakingDj == 1 && j.AnnouncerSpeaking && j.AnnouncerSpeaking()) return;
-    j.ScrollHold = 0;
+    j.companion.ScrollHold = 0;
     f.Text4->hide();
     j.PlayStopped = 1;
     j.IntroOnly = 0;
@@ -293,8 +293,8 @@ void DoubleClickCatalogueGrid(Form1& f) {
     }
     HideLyricsAndPicture(f);
     // A double click of the user's own ends steering by voice.
-    j.FreeSpeechEnabled = 0;
-    if (j.MixerOpen == 1) {
+    j.engine.FreeSpeechEnabled = 0;
+    if (j.engine.MixerOpen == 1) {
         if (j.LoadRowIntoMixer) j.LoadRowIntoMixer(f.MFGrid1);
         return;
     }
@@ -315,28 +315,28 @@ void Timer3Tick(Form1& f) {
     if (j.Mp3Info.DurationSeconds < 10) return;
     f.Timer3->setInterval(PictureIntervalMs(j.settings.PictureInterval));
     if (j.settings.AlternatePictures != 1 || j.settings.MusicCentral == 1) return;
-    if (++j.PictureTurn >= 3) j.PictureTurn = 0;
+    if (++j.engine.PictureTurn >= 3) j.engine.PictureTurn = 0;
     SongGrid& grid = j.PlaylistActive == 0 ? f.MFGrid1 : f.MFgrid2;
-    if (j.PictureTurn == 1 || j.PictureTurn == 2) {
-        if (j.PictureTurn == 1)
+    if (j.engine.PictureTurn == 1 || j.engine.PictureTurn == 2) {
+        if (j.engine.PictureTurn == 1)
             ShowAlbumCover(f, grid);
         else
             ShowAlbumBack(f, grid);
-        if (j.PictureMissing != 1) return;
+        if (j.companion.PictureMissing != 1) return;
     }
     ShowArtistPicture(f, grid);
 }
 
 void Timer4Tick(Form1& f) {
     Jukebox& j = f.j;
-    ++j.DelayTicks;
-    if (j.DelayTicks == 2) {
+    ++j.engine.DelayTicks;
+    if (j.engine.DelayTicks == 2) {
         HideLyricsAndPicture(f);
         QPointer<Form1> alive(&f);
         PlayDatabaseRow(f);
         if (!alive) return;
     }
-    if (j.DelayTicks >= 20) f.Timer4->stop();
+    if (j.engine.DelayTicks >= 20) f.Timer4->stop();
 }
 
 void PlayerStateChanged(Form1& f, int newState) {
@@ -353,7 +353,7 @@ void PlayerStateChanged(Form1& f, int newState) {
             f.ShowSongLine(j.Lang(QStringLiteral("Playing of song pauzed."), QStringLiteral("Afspelen gepauzeerd")));
             return;
         case mpPlaying:
-            f.ShowSongLine(j.SongInfoLine);
+            f.ShowSongLine(j.engine.SongInfoLine);
             return;
         default:
             return;

@@ -33,7 +33,7 @@ void Transport(Form1& f, int16_t command) {
     j.SkipCommand = command;
     if (j.PlayStopped != 1) return;
     j.PlayStopped = 0;
-    j.ScrollHold = 0;
+    j.companion.ScrollHold = 0;
     RunPlaylist(f);
 }
 
@@ -88,7 +88,7 @@ void PlaylistNext(Form1& f) { Transport(f, 3); }
 void ClickPlaylistGrid(Form1& f) {
     Jukebox& j = f.j;
     // With the mixer open the click belongs to the mixer's window.
-    if (j.MixerOpen == 1) {
+    if (j.engine.MixerOpen == 1) {
         if (j.BringUpMixer) j.BringUpMixer();
         return;
     }
@@ -104,9 +104,9 @@ void DoubleClickPlaylistGrid(Form1& f) {
     j.PlayStopped = 0;
     // The list starts again from its first row, whatever row was clicked.
     j.PlaylistPosition = 1;
-    j.ScrollHold = 0;
+    j.companion.ScrollHold = 0;
     // With the mixer open the row goes to the mixer's channel instead.
-    if (j.MixerOpen == 1) {
+    if (j.engine.MixerOpen == 1) {
         if (j.LoadRowIntoMixer) j.LoadRowIntoMixer(f.MFgrid2);
         return;
     }

@@ -68,7 +68,7 @@ QString Text(const Form1& f, const ModeText& t, bool playlist) {
 // A tip shows only while the help is switched on; the help's switch sets
 // them all.
 void SetTip(Form1& f, QPushButton& button, const ModeText& t, bool playlist) {
-    button.setToolTip(f.j.DirectHelp ? Text(f, t, playlist) : QString());
+    button.setToolTip(f.j.shell.DirectHelp ? Text(f, t, playlist) : QString());
 }
 
 void SetModeTexts(Form1& f, bool playlist) {
@@ -111,7 +111,7 @@ QRect GridRect(const Form1& f, int leftTwips, int widthTwips) {
 }
 
 void LayOutSideBySide(Form1& f) {
-    const int w = f.j.ScreenWidthPx;
+    const int w = f.j.shell.ScreenWidthPx;
     const int half = (w / 2) * 15;
     const QRect right = GridRect(f, half + 50, half - 170);
     const QRect left = GridRect(f, 120, half - 170);
@@ -201,7 +201,7 @@ void EnterPlaylistMode(Form1& f) {
     list.Sort(1);
     // The catalogue back in its own order: its sort column and those right
     // of it up to the marks as keys.
-    catalogue.SetColSel(std::clamp<int>(j.SortAtStartCopy, 0, kGridCols - 1));
+    catalogue.SetColSel(std::clamp<int>(j.grid.SortAtStartCopy, 0, kGridCols - 1));
     catalogue.Sort(1);
     SetModeTexts(f, true);
     if (j.PlayMode == 0) {
@@ -215,7 +215,7 @@ void EnterPlaylistMode(Form1& f) {
     if (j.PlayMode != 2) {
         j.PlaylistPosition = 1;
         j.PlayStopped = 0;
-        j.ScrollHold = 0;
+        j.companion.ScrollHold = 0;
         RunPlaylist(f);
     }
     // After a start or a show the next playlist does as the setting says.
@@ -227,7 +227,7 @@ void ShowPlaylistGrids(Form1& f) {
     CopyFont(f);
     WriteHeadings(f);
     f.j.PlaylistActive = 1;
-    f.j.PlaylistBuilding = 1;
+    f.playlist.PlaylistBuilding = 1;
     f.MFgrid2.SetVisible(true);
 }
 
@@ -241,10 +241,10 @@ void LeavePlaylistMode(Form1& f) {
     Jukebox& j = f.j;
     if (auto* intro = f.findChild<QAction*>(QStringLiteral("Intro1"))) intro->setEnabled(true);
     j.PlaylistActive = 0;
-    j.PlaylistBuilding = 0;
+    f.playlist.PlaylistBuilding = 0;
     // Ends a loop that runs below this click.
     j.PlayStopped = 1;
-    f.MFGrid1View->setGeometry(GridRect(f, 120, j.ScreenWidthPx * 15 - 240));
+    f.MFGrid1View->setGeometry(GridRect(f, 120, j.shell.ScreenWidthPx * 15 - 240));
     f.MFgrid2.SetVisible(false);
     TurnBarToCatalogue(f);
     SetModeTexts(f, false);

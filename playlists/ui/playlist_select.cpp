@@ -41,7 +41,7 @@ void SelectAllBy(Form1& f, const Field& field) {
     f.StartProgress(int(vb::Int(j.SongCount / 10.0)) + 1);
     g.SetVisible(false);
     // Sorted on this column, the group lies around the current row.
-    if (j.SortAtStartCopy != field.col)
+    if (j.grid.SortAtStartCopy != field.col)
         j.PlaylistEnd = MarkMatchingRows(g, field.col, key, j.SongCount, [&f](int value) { f.SetProgress(value); });
     else
         j.PlaylistEnd = MarkGroupAroundRow(g, field.col, key, j.SongCount);

@@ -81,7 +81,7 @@ void RunPlaylist(Form1& f) {
         // playing one in view above it.
         if (j.PlaylistPosition > 2) {
             list.SetTopRow(j.PlaylistPosition - 1);
-            j.ScrollHold = 0;
+            j.companion.ScrollHold = 0;
         }
         f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistPosition);
         list.SetRow(j.PlaylistPosition);

@@ -26,12 +26,12 @@ bool App::Start() {
 void App::Reload() {
     // The old window may be the one whose handler asked for this; it goes
     // once control has left it.
-    j.MainWindowReloading = true;
+    j.shell.MainWindowReloading = true;
     if (form_) {
         form_->Unload();
         form_.release()->deleteLater();
     }
-    j.MainWindowReloading = false;
+    j.shell.MainWindowReloading = false;
     Start();
 }
 

@@ -55,13 +55,13 @@ void SetLanguageCaptions(Form1& f) {
     f.Frame2->setTitle(QString::fromLatin1(dutch ? kLegendDutch : kLegendEnglish));
     LayOutButtonBar(f, f.Frame2->pos());
     for (const Tip& t : kButtonTips)
-        (f.*t.button)->setToolTip(f.j.DirectHelp ? QString::fromLatin1(dutch ? t.dutch : t.english) : QString());
+        (f.*t.button)->setToolTip(f.j.shell.DirectHelp ? QString::fromLatin1(dutch ? t.dutch : t.english) : QString());
 }
 
 void LayOutForm1(Form1& f) {
     const Jukebox& j = f.j;
-    const int width = j.ScreenWidthPx;
-    const int height = j.ScreenHeightPx;
+    const int width = j.shell.ScreenWidthPx;
+    const int height = j.shell.ScreenHeightPx;
     f.setGeometry(0, 0, width, height);
     const int barHeight = LayOutButtonBar(f, QPoint(4, 2)).height();
     const int gridWidth = width - 15;
@@ -90,7 +90,7 @@ void LayOutForm1(Form1& f) {
 }
 
 void LayOutArtisticPanels(Form1& f) {
-    const int width = f.j.ScreenWidthPx - 15;
+    const int width = f.j.shell.ScreenWidthPx - 15;
     const int top = f.Frame2->geometry().bottom() + 8;
     const int bottom = f.MFGrid1View->y() - 8;
     const int height = std::max(bottom - top, 60);

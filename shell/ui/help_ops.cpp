@@ -54,8 +54,8 @@ void RunInspector(Form1& f) {
         found(files.FileExists(j.ProgramFile(QString::fromLatin1(kProgramFileName))), "Program ZORjuke.exe"),
         found(!files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.ini"))).isEmpty(), "Initialisation file ZORjuke.ini"),
         found(!files.Dir(j.ProgramFile(QStringLiteral("Mp3data1.mdb"))).isEmpty(), "Default Database MP3data1.mdb"),
-        QStringLiteral("The Windows directory is: ") + j.WindowsDir,
-        QStringLiteral("The Windows System directory is: ") + j.SystemDir,
+        QStringLiteral("The Windows directory is: ") + j.shell.WindowsDir,
+        QStringLiteral("The Windows System directory is: ") + j.shell.SystemDir,
     };
     // A skin or language change during a pause would take this window away
     // while its menu's click is still on the stack below the report. The

@@ -143,8 +143,8 @@ void InsertChosenPath(Form1& f) {
     const QString file = p.FileName();
     const QString text = file.isEmpty() ? p.Path() : (p.Path() == QStringLiteral("/") ? QString() : p.Path()) + u'/' + file;
     SongGrid& g = f.MFGrid1;
-    if (f.j.GridRow < 1 || f.j.GridRow >= g.Rows() || f.j.GridCol < 1 || f.j.GridCol >= kGridCols) return;
-    g.SetTextMatrix(f.j.GridRow, f.j.GridCol, text);
+    if (f.j.grid.GridRow < 1 || f.j.grid.GridRow >= g.Rows() || f.j.grid.GridCol < 1 || f.j.grid.GridCol >= kGridCols) return;
+    g.SetTextMatrix(f.j.grid.GridRow, f.j.grid.GridCol, text);
 }
 
 }  // namespace zor

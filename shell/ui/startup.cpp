@@ -81,8 +81,8 @@ namespace {
 
 void ReadScreenSize(Jukebox& j) {
     const QSize s = j.platform.environment.ScreenSize();
-    j.ScreenWidthPx = s.width();
-    j.ScreenHeightPx = s.height();
+    j.shell.ScreenWidthPx = s.width();
+    j.shell.ScreenHeightPx = s.height();
 }
 
 // The frame of the internal player.
@@ -96,7 +96,7 @@ void PlacePlayerFrame(Form1& f) {
     QPalette p = f.Frame8->palette();
     if (j.settings.ArtisticScreen == 0) {
         p.setColor(QPalette::Window, f.Frame2->palette().color(QPalette::Window));
-        const int left = j.ScreenWidthPx >= 1024 ? 9240 : 15 * j.ScreenWidthPx - 2760;
+        const int left = j.shell.ScreenWidthPx >= 1024 ? 9240 : 15 * j.shell.ScreenWidthPx - 2760;
         f.Frame8->move(TwipsToPx(left), TwipsToPx(120));
     } else {
         p.setColor(QPalette::Window, Qt::black);
@@ -145,11 +145,11 @@ bool Form1Load(Form1& f) {
     // its state afresh.
     j.ProgramDir = p.environment.ApplicationPath();
     while (j.ProgramDir.size() > 1 && j.ProgramDir.endsWith(u'/')) j.ProgramDir.chop(1);
-    j.SkinReload = 0;
+    j.shell.SkinReload = 0;
     j.PlayStopped = 1;
-    j.DirectHelp = true;
+    j.shell.DirectHelp = true;
     f.DHelp1->setChecked(true);
-    j.CrossFadePresets = {15, 15, 19};
+    j.shell.CrossFadePresets = {15, 15, 19};
     f.Timer4->stop();
     f.MFgrid2.SetVisible(false);
     if (!FindProgramDir(j)) {
@@ -161,12 +161,12 @@ bool Form1Load(Form1& f) {
     // English and the normal skin's picture window until the settings say
     // otherwise.
     j.Language = QStringLiteral("1");
-    j.PictureTopPx = 152;
-    j.PictureBottomPx = 205;
+    j.companion.PictureTopPx = 152;
+    j.companion.PictureBottomPx = 205;
     WriteScratchSong(j);
-    j.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
-    j.PlayTimeCounter = 0;
-    j.Timer1Ticks = 75;
+    j.shell.DefaultCopyDir = j.MapPath(QStringLiteral("C:\\!MP3\\"));
+    j.shell.PlayTimeCounter = 0;
+    j.shell.Timer1Ticks = 75;
     // EmptyNoticeCount starts at 0 with the process and is not reset here:
     // the notice comes once per process, also across skin reloads.
     f.Timer3->stop();
@@ -175,9 +175,9 @@ bool Form1Load(Form1& f) {
     f.Frame7->hide();
     f.ZOR0->menuAction()->setVisible(false);
     f.Command17->hide();
-    if (const QString w = p.environment.WindowsDirectory(); !w.isEmpty()) j.WindowsDir = w;
-    if (const QString s = p.environment.SystemDirectory(); !s.isEmpty()) j.SystemDir = s;
-    if (j.ProgramDir.size() > 1) j.ProgramDrive = j.ProgramDir.left(1);
+    if (const QString w = p.environment.WindowsDirectory(); !w.isEmpty()) j.shell.WindowsDir = w;
+    if (const QString s = p.environment.SystemDirectory(); !s.isEmpty()) j.shell.SystemDir = s;
+    if (j.ProgramDir.size() > 1) j.shell.ProgramDrive = j.ProgramDir.left(1);
     // A missing settings file is reported in the message line; start-up
     // goes on.
     if (!LoadSettings(j))
@@ -192,8 +192,8 @@ bool Form1Load(Form1& f) {
     f.Frame3->txtSearchSpec->hide();
     ShowStartupHint(f);
     if (j.settings.ArtisticScreen != 0) {
-        j.PictureTopPx = 171;
-        j.PictureBottomPx = 235;
+        j.companion.PictureTopPx = 171;
+        j.companion.PictureBottomPx = 235;
     }
     FillStyleTable(j.StyleTable);
     // The screen is read again and the window laid out for it.
@@ -214,8 +214,8 @@ bool Form1Load(Form1& f) {
     // The grids and the language once more, by the settings now in force.
     LayOutGrids(f);
     ApplyLanguageFlag(j);
-    j.SortAtStartCopy = j.settings.SortAtStart;
-    j.SortKeyCopy = j.settings.SortAtStart;
+    j.grid.SortAtStartCopy = j.settings.SortAtStart;
+    j.grid.SortKeyCopy = j.settings.SortAtStart;
     // The start picture covers the wait while the catalogue opens.
     if (j.settings.AutoLoad == 1) {
         if (j.ShowStartPicture) j.ShowStartPicture();
@@ -223,9 +223,9 @@ bool Form1Load(Form1& f) {
         if (j.HideStartPicture) j.HideStartPicture();
     }
     // The artistic skin, unless this reload is the return to the normal one.
-    if (j.settings.ArtisticScreen == 1 && j.SkinSwitching == 0) {
+    if (j.settings.ArtisticScreen == 1 && j.shell.SkinSwitching == 0) {
         PaintArtisticSkin(f);
-    } else if (j.ScreenWidthPx >= 1024) {
+    } else if (j.shell.ScreenWidthPx >= 1024) {
         f.Frame4->move(TwipsToPx(10125), f.Frame4->y());
         f.Frame4->show();
     }
@@ -238,8 +238,8 @@ void Form1Unload(Form1& f) {
     // The settings screen loads the window again for the new language. A
     // window closed for good after a language change leaves no window
     // behind, and then the process ends as well.
-    if (j.LanguageChanged && j.MainWindowReloading) return;
-    if (j.SkinReload) return;
+    if (j.shell.LanguageChanged && j.shell.MainWindowReloading) return;
+    if (j.shell.SkinReload) return;
     j.platform.process.End();
 }
 
@@ -269,28 +269,28 @@ void ChangeSkin(Form1& f, bool toArtistic) {
     if (toArtistic) {
         j.settings.ArtisticScreen = 1;
     } else {
-        j.SkinSwitching = 1;
+        j.shell.SkinSwitching = 1;
         j.settings.ArtisticScreen = 0;
     }
     SaveSettings(j);
-    j.SkinReload = 1;
+    j.shell.SkinReload = 1;
     // The window is unloaded and loaded anew; this handler's window is then
     // gone, so only the shared state is touched from here on.
     if (j.ReloadMainWindow) j.ReloadMainWindow();
-    if (!toArtistic) j.SkinSwitching = 0;
+    if (!toArtistic) j.shell.SkinSwitching = 0;
     j.PlayStopped = 1;
     j.platform.events.DoEvents();
 }
 
 void Timer1Tick(Form1& f) {
     Jukebox& j = f.j;
-    ++j.PlayTimeCounter;
-    ++j.TickCount;  // the play engine's settle wait counts these
-    ++j.Timer1Ticks;
-    if (j.Timer1Ticks <= 100) return;
-    j.Timer1Ticks = 0;
-    if (j.EmptyNoticeCount < 1 && j.SongCount == 0 && f.Frame3->isHidden()) {
-        ++j.EmptyNoticeCount;
+    ++j.shell.PlayTimeCounter;
+    ++j.engine.TickCount;  // the play engine's settle wait counts these
+    ++j.shell.Timer1Ticks;
+    if (j.shell.Timer1Ticks <= 100) return;
+    j.shell.Timer1Ticks = 0;
+    if (j.shell.EmptyNoticeCount < 1 && j.SongCount == 0 && f.Frame3->isHidden()) {
+        ++j.shell.EmptyNoticeCount;
         j.MessageBuffer.clear();
         if (j.Language == QStringLiteral("0")) {
             j.AddMessageLine(QStringLiteral("DE DATABASE IS LEEG ! "));
@@ -322,8 +322,8 @@ void PauseWithEvents(Jukebox& j, double seconds) {
 
 void ToggleDirectHelp(Form1& f) {
     Jukebox& j = f.j;
-    j.DirectHelp = !j.DirectHelp;
-    f.DHelp1->setChecked(j.DirectHelp);
+    j.shell.DirectHelp = !j.shell.DirectHelp;
+    f.DHelp1->setChecked(j.shell.DirectHelp);
     SetLanguageCaptions(f);
     // The captions bring the catalogue's tips; the playlist keeps its own.
     if (f.playlist.turned) TurnControlsToPlaylist(f);

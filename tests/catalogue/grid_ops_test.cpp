@@ -100,7 +100,7 @@ TEST_F(GridOpsTest, AClickInThePlayColumnMarksTheRowAndGrowsAPlaylistBeingBuilt)
     EXPECT_EQ(h.form().Lable1->text(), QStringLiteral("     Record:"));
     EXPECT_EQ(h.form().MFgrid2.Rows(), 1);  // no playlist being built
 
-    h.j().PlaylistBuilding = 1;
+    h.form().playlist.PlaylistBuilding = 1;
     ClickCell(3, 12);
     ClickCell(3, 12);  // a marked row keeps its number and adds nothing
     ASSERT_EQ(h.form().MFgrid2.Rows(), 3);

@@ -146,7 +146,7 @@ TEST_F(ImportTest, AnAwkwardTreeFinishesTheImport) {
     Write(QStringLiteral("size/z noise.mp3"), noise);
     Write(QStringLiteral("size/zz gone.mp3"), SongBytes("Gone", "Away"));
     Start(1);
-    h.j().ShowScannedFiles = 1;
+    h.j().scanner.ShowScannedFiles = 1;
     // The last file of the size folder is deleted as the scan shows the first.
     bool deleted = false;
     h.inst.tp.events.onDoEvents = [&](int) {

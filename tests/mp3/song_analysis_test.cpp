@@ -42,7 +42,7 @@ TEST_F(SongAnalysisTest, AStartingSongShowsItsLineInGreenAndLeavesTheGridOnTheAr
     const Mp3Analysis a = AnalyseGridSong(f(), {.ShowSongInfoLine = true});
     EXPECT_FALSE(a.SongFileMissing);
     EXPECT_EQ(f().Text1->text(), QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05"));
-    EXPECT_EQ(f().j.SongInfoLine, f().Text1->text());
+    EXPECT_EQ(f().j.engine.SongInfoLine, f().Text1->text());
     EXPECT_EQ(f().Text1->palette().color(QPalette::Text), QColor(0, 255, 0));
     EXPECT_EQ(f().MFGrid1.Col(), 2);
     EXPECT_EQ(f().j.Mp3Info.DurationSeconds, 65);

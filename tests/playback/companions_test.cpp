@@ -118,23 +118,23 @@ TEST_F(CompanionsTest, LyricsAreFoundByTheirCellThenTheSongFileThenTheTitle) {
     EXPECT_TRUE(form3().isVisible());
     EXPECT_EQ(ShownLyrics(), QStringLiteral("When I find myself\nin times of trouble\n"));
     EXPECT_EQ(form3().Text2->toPlainText(), form3().Text1->toPlainText());
-    EXPECT_EQ(j().LyricsLineCount, 2);
+    EXPECT_EQ(j().companion.LyricsLineCount, 2);
 
     // No file by the song file's name: the title's first eight letters, blanks not counted.
     LyricsOfRow(2);
     EXPECT_EQ(ShownLyrics(), QStringLiteral("When you're weary"));
-    EXPECT_EQ(j().LyricsLineCount, 0);
+    EXPECT_EQ(j().companion.LyricsLineCount, 0);
 
     // A longer Lyrics cell is the file itself, read in the Windows code page.
     LyricsOfRow(3);
     EXPECT_EQ(ShownLyrics(), QStringLiteral("Café line one\ntwo\nthree\n"));
-    EXPECT_EQ(j().LyricsLineCount, 3);
+    EXPECT_EQ(j().companion.LyricsLineCount, 3);
 
     // ... and when that file is gone there is no other search: nothing new shows.
     form3().hide();
     LyricsOfRow(4);
     EXPECT_FALSE(form3().isVisible());
-    EXPECT_EQ(j().LyricsLineCount, 0);
+    EXPECT_EQ(j().companion.LyricsLineCount, 0);
     EXPECT_TRUE(h.boxes().shown.empty());
 }
 
@@ -146,12 +146,12 @@ TEST_F(CompanionsTest, ABinaryOrHugeLyricsFileNeitherHangsNorFloodsTheWindow) {
     Start({Song("Sound", "A", "", "/music/song.mp3"), Song("Long", "B", "", "/m/long.mp3")});
     LyricsOfRow(1);
     EXPECT_FALSE(form3().isVisible());
-    EXPECT_EQ(j().LyricsLineCount, 0);
+    EXPECT_EQ(j().companion.LyricsLineCount, 0);
 
     LyricsOfRow(2);
     EXPECT_TRUE(form3().isVisible());
     EXPECT_LE(ShownLyrics().size(), kMaxLyricsBytes);
-    EXPECT_EQ(j().LyricsLineCount, kMaxLyricsBytes / 25);
+    EXPECT_EQ(j().companion.LyricsLineCount, kMaxLyricsBytes / 25);
     EXPECT_TRUE(h.boxes().shown.empty());
 }
 
@@ -169,7 +169,7 @@ TEST_F(CompanionsTest, LyricsStandInTheLeftHalfCheck1WidensThemAndTheBoxesStopAt
     EXPECT_EQ(form3().Text1->font().family(), QStringLiteral("MS Sans Serif"));
     form3().Check1->click();
     EXPECT_EQ(form3().width(), 630);
-    EXPECT_EQ(form3().Text1->font().family(), j().LyricsFont.name);
+    EXPECT_EQ(form3().Text1->font().family(), j().companion.LyricsFont.name);
     // The text boxes follow the window, but not below 1000 twips.
     form3().resize(300, 200);
     EXPECT_EQ(form3().Text1->size(), QSize(283, 183));
@@ -198,13 +198,13 @@ TEST_F(CompanionsTest, ThePlainTurnSkipsGapsAndNeverShowsTenOrAbove) {
            Song("y", "Nine", "", "/m/y.mp3")});
     EXPECT_EQ(ArtistPicture(1), 22);  // after two misses: no name alone, no 1
     EXPECT_EQ(form4().geometry(), QRect(640, 152, 615, 595));
-    EXPECT_EQ(j().PictureNumber, 3);
+    EXPECT_EQ(j().companion.PictureNumber, 3);
     EXPECT_EQ(ArtistPicture(1), 55);
     EXPECT_EQ(ArtistPicture(1), 0);  // 6 to 9 are missing: the turn ends
-    EXPECT_EQ(j().PictureNumber, 0);
+    EXPECT_EQ(j().companion.PictureNumber, 0);
     EXPECT_EQ(ArtistPicture(1), 22);
     // The name with 1 counts in the plain turn.
-    j().PictureNumber = 0;
+    j().companion.PictureNumber = 0;
     EXPECT_EQ(ArtistPicture(2), 11);
     // After the 9 the turn starts over; the 10 never comes.
     EXPECT_EQ(ArtistPicture(3), 9);
@@ -248,11 +248,11 @@ TEST_F(CompanionsTest, AlbumCoverAndBackSayWhenTheyAreMissing) {
     ShowAlbumCover(f(), grid());
     EXPECT_TRUE(CompanionVisible(f(), 18));
     EXPECT_EQ(f().companions->Form18().PicClip1.width(), 33);
-    EXPECT_EQ(j().PictureMissing, 0);
+    EXPECT_EQ(j().companion.PictureMissing, 0);
     // A file that is no picture counts as missing, without a box.
     ShowAlbumBack(f(), grid());
     EXPECT_FALSE(CompanionVisible(f(), 19));
-    EXPECT_EQ(j().PictureMissing, 1);
+    EXPECT_EQ(j().companion.PictureMissing, 1);
     EXPECT_TRUE(h.boxes().shown.empty());
 }
 
@@ -264,7 +264,7 @@ TEST_F(CompanionsTest, EditsHoldsTheMixerAndSettingsKeepTheWindowsAway) {
     grid().SetRow(1);
     auto shows = [&] {
         f().companions->HideAll();
-        j().PictureNumber = 0;
+        j().companion.PictureNumber = 0;
         ShowLyrics(f(), grid());
         ShowArtistPicture(f(), grid());
         ShowAlbumCover(f(), grid());
@@ -273,13 +273,13 @@ TEST_F(CompanionsTest, EditsHoldsTheMixerAndSettingsKeepTheWindowsAway) {
         return v;
     };
     EXPECT_EQ(shows(), (std::vector<bool>{true, true, true}));
-    j().LyricsEditing = 1;
+    j().companion.LyricsEditing = 1;
     EXPECT_EQ(shows(), (std::vector<bool>{true, false, false}));
-    j().LyricsEditing = 0;
-    j().MixerOpen = 1;
+    j().companion.LyricsEditing = 0;
+    j().engine.MixerOpen = 1;
     EXPECT_EQ(shows(), (std::vector<bool>{true, false, false}));
-    j().MixerOpen = 0;
-    j().ScrollHold = 1;
+    j().engine.MixerOpen = 0;
+    j().companion.ScrollHold = 1;
     EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
     // Lyr1 and Pict3 let go of the hold: the user asks for them.
     h.Click("Lyr1");
@@ -301,9 +301,9 @@ TEST_F(CompanionsTest, AKeyInTheLyricsTakesOverUnlessTheUserIsEditing) {
     ShowArtistPicture(f(), grid());
     ShowAlbumBack(f(), grid());
     QTest::keyClick(form3().Text1, Qt::Key_Down);  // moving through the text is no take-over
-    EXPECT_EQ(j().ScrollHold, 0);
+    EXPECT_EQ(j().companion.ScrollHold, 0);
     QTest::keyClick(form3().Text1, Qt::Key_X);
-    EXPECT_EQ(j().ScrollHold, 1);
+    EXPECT_EQ(j().companion.ScrollHold, 1);
     for (int n : {3, 4, 19}) EXPECT_FALSE(CompanionVisible(f(), n)) << n;
     EXPECT_EQ(ShownLyrics(), QStringLiteral("one\ntwo\nthree\nfour"));
     // Scrolling moves the caret one line at a time.
@@ -313,11 +313,11 @@ TEST_F(CompanionsTest, AKeyInTheLyricsTakesOverUnlessTheUserIsEditing) {
     EXPECT_EQ(form3().Text1->textCursor().blockNumber(), 1);
 
     // While editing the keys type, and only the album windows go.
-    j().ScrollHold = 0;
+    j().companion.ScrollHold = 0;
     ShowAlbumBack(f(), grid());
     h.Click("Edit3");
     QTest::keyClicks(form3().Text1, "!");
-    EXPECT_EQ(j().ScrollHold, 1);
+    EXPECT_EQ(j().companion.ScrollHold, 1);
     EXPECT_TRUE(CompanionVisible(f(), 3) && !CompanionVisible(f(), 19));
     EXPECT_TRUE(form3().Text1->toPlainText().contains(u'!'));
 }
@@ -328,12 +328,12 @@ TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileNameAndAGoneDirectoryIsR
     h.Click("Edit2");
     EXPECT_TRUE(form3().isVisible() && form3().Command1->isVisible());
     EXPECT_EQ(form3().Text1->palette().color(QPalette::Base), QColor(255, 200, 120));
-    EXPECT_EQ(j().LyricsEditing, 1);
+    EXPECT_EQ(j().companion.LyricsEditing, 1);
     form3().Text1->setPlainText(QStringLiteral("Mother Mary\ncomes to me €"));
     form3().Command1->click();
     const QString saved = lyricsDir + QStringLiteral("/Let It Be.txt");
     EXPECT_EQ(FileBytes(saved), QByteArray("Mother Mary\r\ncomes to me \x80\r\n"));
-    EXPECT_EQ(j().LyricsEditing, 0);
+    EXPECT_EQ(j().companion.LyricsEditing, 0);
     EXPECT_FALSE(form3().Command1->isVisible());
     h.Click("Lyr6");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Mother Mary\ncomes to me €"));
@@ -364,7 +364,7 @@ TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileNameAndAGoneDirectoryIsR
     h.Click("Lyr2");
     ASSERT_EQ(h.boxes().shown.size(), 1u);
     EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '76':")));
-    EXPECT_EQ(j().LyricsEditing, 1);
+    EXPECT_EQ(j().companion.LyricsEditing, 1);
 }
 
 TEST_F(CompanionsTest, ThePictureListMaximizesShowsTrueSizeAndHides) {
@@ -384,11 +384,11 @@ TEST_F(CompanionsTest, ThePictureListMaximizesShowsTrueSizeAndHides) {
     EXPECT_EQ(j().settings.MaximizePicture, 1);
     EXPECT_TRUE(cyanAt(2));  // fitted: the 30 x 10 picture fills the full width
     choose(ArtistPictureForm::TrueSizeEntry);
-    EXPECT_EQ(j().TrueSizePicture, 1);
+    EXPECT_EQ(j().companion.TrueSizePicture, 1);
     EXPECT_FALSE(cyanAt(2));
     EXPECT_TRUE(cyanAt(640));
     choose(ArtistPictureForm::Normal);
-    EXPECT_EQ(j().TrueSizePicture, 0);
+    EXPECT_EQ(j().companion.TrueSizePicture, 0);
     EXPECT_EQ(j().settings.MaximizePicture, 0);
     choose(ArtistPictureForm::Hide);
     EXPECT_FALSE(form4().isVisible());

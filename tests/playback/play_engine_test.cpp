@@ -151,7 +151,7 @@ TEST_F(PlayEngineTest, WithoutFastPcTheSongIsLeftToThePlayerAndTheDelayedStartPl
     EXPECT_EQ(Second(), 0);
     EXPECT_EQ(player().PlayState(), mpPlaying);
     EXPECT_EQ(f().ProgressBar1->value(), 0);
-    EXPECT_EQ(f().Text1->text(), j().SongInfoLine);
+    EXPECT_EQ(f().Text1->text(), j().engine.SongInfoLine);
     EXPECT_EQ(j().PlayStopped, 0);
     EXPECT_FALSE(f().Timer3->isActive());
     // The player's end is then the song's end.
@@ -160,7 +160,7 @@ TEST_F(PlayEngineTest, WithoutFastPcTheSongIsLeftToThePlayerAndTheDelayedStartPl
     EXPECT_EQ(f().Text1->text(), QStringLiteral("Playing of song stopped."));
 
     player().calls.clear();
-    j().DelayTicks = 0;
+    j().engine.DelayTicks = 0;
     f().Timer4->start();
     Timer4Tick(f());
     EXPECT_TRUE(player().calls.isEmpty());
@@ -227,7 +227,7 @@ TEST_F(PlayEngineTest, HaltAndEscStopTheSongAndEscWhenStoppedEndsTheProgram) {
 
 TEST_F(PlayEngineTest, PlayerEventsSayWhatHappenedInBothLanguagesAndTheListCountsOnAStop) {
     Start();
-    j().SongInfoLine = QStringLiteral("> line");
+    j().engine.SongInfoLine = QStringLiteral("> line");
     j().Mp3Info.DurationSeconds = 40;
     j().PlayStopped = 0;
     j().PlaylistActive = 1;
@@ -252,17 +252,17 @@ TEST_F(PlayEngineTest, PicturesTurnWhileTenSecondsRemainAndStopBelow) {
         s.PictureInterval = 4;
     });
     j().Mp3Info.DurationSeconds = 30;
-    j().PictureTurn = 0;
+    j().engine.PictureTurn = 0;
     f().Timer3->setInterval(7000);
     for (int turn : {1, 2, 0, 1}) {
         Timer3Tick(f());
-        EXPECT_EQ(j().PictureTurn, turn);
+        EXPECT_EQ(j().engine.PictureTurn, turn);
     }
     EXPECT_EQ(f().Timer3->interval(), 2000);
     f().Timer3->setInterval(7000);
     j().Mp3Info.DurationSeconds = 9;
     Timer3Tick(f());
-    EXPECT_EQ(j().PictureTurn, 1);
+    EXPECT_EQ(j().engine.PictureTurn, 1);
     EXPECT_EQ(f().Timer3->interval(), 7000);
 }
 
@@ -306,15 +306,15 @@ TEST_F(PlayEngineTest, ADoubleClickEndsVoiceSteeringAndGoesToTheMixerWhenOpen) {
     QStringList calls;
     j().HideFindWindow = [&] { calls << QStringLiteral("find hidden"); };
     j().LoadRowIntoMixer = [&](SongGrid& g) { calls << QStringLiteral("mixer row %1").arg(g.Row()); };
-    j().FreeSpeechEnabled = 1;
-    j().MixerOpen = 1;
+    j().engine.FreeSpeechEnabled = 1;
+    j().engine.MixerOpen = 1;
     DoubleClick(1);
     EXPECT_EQ(calls, QStringList{QStringLiteral("mixer row 1")});
-    EXPECT_EQ(j().FreeSpeechEnabled, 0);
+    EXPECT_EQ(j().engine.FreeSpeechEnabled, 0);
     EXPECT_EQ(LogLines("Tune"), 0);  // the mixer took it: nothing played
 
     calls.clear();
-    j().MixerOpen = 0;
+    j().engine.MixerOpen = 0;
     DoubleClick(1);
     EXPECT_EQ(calls, QStringList{QStringLiteral("find hidden")});
     EXPECT_EQ(LogLines("Tune"), 1);

@@ -195,7 +195,7 @@ TEST_F(PlaylistModeTest, WithoutMarksTheWindowStaysSplitUntilCommand7LeavesIt) {
     h.Click("Command7");
     EXPECT_EQ(j().PlaylistActive, 0);
     EXPECT_FALSE(f().MFgrid2View->isVisibleTo(&f()));
-    EXPECT_EQ(f().MFGrid1View->width(), j().ScreenWidthPx - 16);
+    EXPECT_EQ(f().MFGrid1View->width(), j().shell.ScreenWidthPx - 16);
     EXPECT_TRUE(f().Frame2->title().contains(QStringLiteral("ARTIEST")));
 }
 
@@ -242,7 +242,7 @@ TEST_F(PlaylistModeTest, YearSelectionOnAGridSortedByYearMarksTheGroupAroundTheR
     // Sorted on the year; the group of 1975 is rows 1 to 4.
     f().MFGrid1.Select(1, 4, 10, 4);
     f().MFGrid1.Sort(1);
-    j().SortAtStartCopy = 4;
+    j().grid.SortAtStartCopy = 4;
     f().MFGrid1.SetRow(2);
     h.Click("SelYear");
     EXPECT_EQ(Titles(f().MFgrid2), QStringLiteral("Song 01,Song 02,Song 03,Song 04"));
@@ -390,14 +390,14 @@ TEST_F(RunPlaylistTest, ADoubleClickOnRowFivePlaysRowOneUnlessTheMixerTakesTheRo
     QStringList mixer;
     j().LoadRowIntoMixer = [&](SongGrid& g) { mixer << QStringLiteral("load %1").arg(g.Row()); };
     j().BringUpMixer = [&] { mixer << QStringLiteral("up"); };
-    j().MixerOpen = 1;
+    j().engine.MixerOpen = 1;
     f().MFgrid2.SetRow(5);
     emit f().MFgrid2View->DblClick();
     ClickPlaylistGrid(f());
     EXPECT_EQ(mixer, (QStringList{QStringLiteral("load 5"), QStringLiteral("up")}));
     EXPECT_TRUE(played.isEmpty());
 
-    j().MixerOpen = 0;
+    j().engine.MixerOpen = 0;
     StopAt(1);
     emit f().MFgrid2View->DblClick();
     EXPECT_EQ(PlayedRows(), (QList<int>{1}));

@@ -96,11 +96,11 @@ TEST(MainWindow, BrowseAndInsertFillTheCellClickedBeforeAndNieuwEmptiesTheWindow
     EXPECT_EQ(p.filList->item(0)->text(), "A.sng");
     EXPECT_EQ(p.dirList->item(1)->text(), "sub");  // after ".."
     p.filList->setCurrentRow(1);
-    h.j().GridRow = 1;
-    h.j().GridCol = 8;
+    h.j().grid.GridRow = 1;
+    h.j().grid.GridCol = 8;
     h.Click("Insert1");
     EXPECT_EQ(h.form().MFGrid1.TextMatrix(1, 8), dir + "/b.txt");
-    h.j().GridRow = 0;
+    h.j().grid.GridRow = 0;
     p.filList->setCurrentRow(2);
     p.Command15->click();
     EXPECT_EQ(h.form().MFGrid1.TextMatrix(1, 8), dir + "/b.txt");

@@ -116,7 +116,7 @@ TEST(StartUp, ALanguageSavedAndReloadedCarriesIntoTheNextRun) {
     h.j().settings.SortAtStart = 3;
     h.j().Language = "0";
     h.Click("Sett3");
-    h.j().LanguageChanged = 1;
+    h.j().shell.LanguageChanged = 1;
     h.j().ReloadMainWindow();
     EXPECT_EQ(h.inst.tp.process.ends, 0);
     EXPECT_EQ(h.form().File->title(), "&Bestand");
@@ -125,7 +125,7 @@ TEST(StartUp, ALanguageSavedAndReloadedCarriesIntoTheNextRun) {
 
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.j().Language, "0");
-    EXPECT_EQ(h.j().SortAtStartCopy, 3);
+    EXPECT_EQ(h.j().grid.SortAtStartCopy, 3);
     EXPECT_EQ(h.form().windowTitle(), "ZOR JUKEBOX door ZOR electronics");
     EXPECT_EQ(h.form().Exit1->text(), "E&xit");  // no Dutch caption of its own
     EXPECT_EQ(h.form().Text1->text(), "Er zitten geen songs in de Database! -> Druk op ERBIJ om songs toe te voegen.");
@@ -165,8 +165,8 @@ TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) 
     EXPECT_EQ(h.inst.tp.process.ends, 0);
     EXPECT_NE(&h.form(), before);
     EXPECT_EQ(h.inst.ReadSettings().ArtisticScreen, 1);
-    EXPECT_EQ(h.j().SkinReload, 0);
-    EXPECT_EQ(h.j().PictureTopPx, 171);
+    EXPECT_EQ(h.j().shell.SkinReload, 0);
+    EXPECT_EQ(h.j().companion.PictureTopPx, 171);
     EXPECT_FALSE(h.form().Frame7->isHidden());
     h.Tick(300);
     EXPECT_EQ(NoticesShown(h), 1);
@@ -175,7 +175,7 @@ TEST(SkinChange, ReloadKeepsTheProcessAndSavesTheSkinWithoutRepeatingTheNotice) 
     QTest::mouseClick(h.form().Picture6, Qt::LeftButton);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(h.inst.ReadSettings().ArtisticScreen, 0);
-    EXPECT_EQ(h.j().SkinSwitching, 0);
+    EXPECT_EQ(h.j().shell.SkinSwitching, 0);
     EXPECT_TRUE(h.form().Frame7->isHidden());
     EXPECT_EQ(h.inst.tp.process.ends, 0);
 }
