@@ -49,9 +49,17 @@ QByteArray Quoted(const QString& name) { return '"' + name.toUtf8().replace("\""
 
 CatalogueStore::CatalogueStore(FileSystem& files) : files_(files) {}
 
-CatalogueStore::~CatalogueStore() { Close(); }
+// The window that owns the store goes only when no task runs in it, so no
+// transaction is open here but at the end of the process; SQLite rolls it
+// back as the file closes.
+CatalogueStore::~CatalogueStore() { CloseNow(); }
 
 void CatalogueStore::Close() {
+    if (transactionDepth_ > 0) throw RuntimeError(3246, QStringLiteral("Operation not supported in transactions."));
+    CloseNow();
+}
+
+void CatalogueStore::CloseNow() {
     if (!db_) return;
     for (auto& [mask, stmt] : updates_) sqlite3_finalize(stmt);
     updates_.clear();
@@ -329,24 +337,58 @@ void CatalogueStore::NumberRows(int field, int count) {
     loaded_ = false;
 }
 
-void CatalogueStore::BeginTransaction() {
-    RequireOpen();
-    if (transactionDepth_++ == 0 && sqlite3_exec(db_, "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK) {
-        transactionDepth_ = 0;
-        throw EngineError(db_);
-    }
+CatalogueStore::Transaction::Transaction(CatalogueStore& store) : store_(store) {
+    store_.BeginTransaction();
+    generation_ = store_.transactionGeneration_;
 }
 
-void CatalogueStore::CommitTransaction() {
+CatalogueStore::Transaction::~Transaction() {
+    if (open_) Rollback();
+}
+
+void CatalogueStore::Transaction::Commit() {
+    if (!open_) throw RuntimeError(3034, QStringLiteral("You tried to commit or rollback without first beginning a transaction."));
+    open_ = false;
+    store_.CommitTransaction(generation_);
+}
+
+void CatalogueStore::Transaction::Rollback() {
+    if (!open_) return;
+    open_ = false;
+    // An inner transaction's rollback has already taken this one's writes.
+    if (store_.transactionGeneration_ == generation_) store_.RollbackTransaction();
+}
+
+void CatalogueStore::BeginTransaction() {
     RequireOpen();
-    if (transactionDepth_ > 0 && --transactionDepth_ == 0 &&
-        sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw EngineError(db_);
+    if (transactionDepth_ == 0) {
+        if (sqlite3_exec(db_, "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK) throw EngineError(db_);
+        ++transactionGeneration_;
+    }
+    ++transactionDepth_;
+}
+
+void CatalogueStore::CommitTransaction(unsigned generation) {
+    // Rolled back under this one by an inner transaction: nothing of it is left to commit.
+    if (generation != transactionGeneration_ || transactionDepth_ == 0)
+        throw RuntimeError(3034, QStringLiteral("You tried to commit or rollback without first beginning a transaction."));
+    if (transactionDepth_ > 1) {
+        --transactionDepth_;
+        return;
+    }
+    if (sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        // A commit that failed leaves the transaction open; it goes back as a whole.
+        const RuntimeError error = EngineError(db_);
+        RollbackTransaction();
+        throw error;
+    }
+    transactionDepth_ = 0;
 }
 
 void CatalogueStore::RollbackTransaction() {
     if (!db_ || transactionDepth_ == 0) return;
     transactionDepth_ = 0;
+    ++transactionGeneration_;  // every transaction still open is over
     sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
     // Rows added or deleted in the transaction are back as they were; so
     // must the positions be.

@@ -42,9 +42,14 @@ public:
     // when the file is no catalogue.
     void Refresh(std::vector<GridRow>& rows, GridRow& heading);
     void Refresh();  // the same, for callers with no grid bound
-    // Data1.Database.Close: lets go of the file.
+    // Data1.Database.Close: lets go of the file. Under an open transaction
+    // it refuses (error 3246) and the store stays as it is: closing would
+    // drop the transaction's writes, and every later write would land on its
+    // own with the final commit doing nothing. A Refresh closes first, so it
+    // refuses the same way.
     void Close();
     bool IsOpen() const { return db_ != nullptr; }
+    bool InTransaction() const { return transactionDepth_ > 0; }
 
     // The recordset. A recordset that is not open raises error 91, as using
     // a closed recordset did.
@@ -67,10 +72,26 @@ public:
     // with nothing written.
     void NumberRows(int field, int count);
 
-    // Many writes in one transaction: all of them land, or none.
-    void BeginTransaction();
-    void CommitTransaction();
-    void RollbackTransaction();
+    // Many writes in one transaction: all of them land, or none. Open it,
+    // do the work, Commit; leaving the scope without a Commit rolls back.
+    // Transactions nest: only the outermost Commit writes, and a rollback
+    // of an inner one takes the outer one's writes along, so the outer's
+    // Commit then raises error 3034.
+    class Transaction {
+    public:
+        explicit Transaction(CatalogueStore& store);
+        ~Transaction();
+        Transaction(const Transaction&) = delete;
+        Transaction& operator=(const Transaction&) = delete;
+        void Commit();
+        // Rolls back now, so that the caller can put its view back in line.
+        void Rollback();
+
+    private:
+        CatalogueStore& store_;
+        unsigned generation_;  // the outermost transaction this one belongs to
+        bool open_ = true;
+    };
 
     // Writes a compacted copy of the closed file `source` to `target` (which
     // must not exist). Returns false, writing nothing, when that fails.
@@ -79,6 +100,10 @@ public:
 private:
     enum class EditMode { None, AddNew, Edit };
     void Open();
+    void CloseNow();
+    void BeginTransaction();
+    void CommitTransaction(unsigned generation);
+    void RollbackTransaction();
     size_t ExpectedRows();
     void RequireOpen() const;
     void RequireCurrent() const;
@@ -96,6 +121,7 @@ private:
     unsigned dirty_ = 0;  // fields set since AddNew or Edit, one bit each
     bool loaded_ = false;
     int transactionDepth_ = 0;
+    unsigned transactionGeneration_ = 0;  // counts outermost transactions begun
     std::vector<sqlite3_stmt*> statements_;
     std::map<unsigned, sqlite3_stmt*> updates_;
     std::map<int, sqlite3_stmt*> numbering_;

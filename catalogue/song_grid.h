@@ -58,11 +58,17 @@ public:
     void PressHeading(int c) { PressCell(0, c); }
     void DragTo(int r, int c);
 
-    QString Text() const { return rows_[row_][col_].toString(); }
+    // Every cell access is checked: a row or column outside the grid is
+    // the grid's run-time error (381 "Subscript out of range"), never a
+    // read past its rows.
+    QString Text() const { return TextMatrix(row_, col_); }
     void SetText(const QString& text) { SetTextMatrix(row_, col_, text); }
     QString TextMatrix(int r, int c) const;
     void SetTextMatrix(int r, int c, const QString& text);
-    const GridRow& RowCells(int r) const { return rows_[r]; }
+    const GridRow& RowCells(int r) const {
+        CheckCell(r, 0);
+        return rows_[size_t(r)];
+    }
 
     // Replaces all rows at once, heading row included, as a bound data
     // control does.
@@ -84,7 +90,10 @@ public:
     bool Visible() const { return visible_; }
     void SetVisible(bool on);
 
-    int ColWidth(int c) const { return colWidth_[c]; }
+    int ColWidth(int c) const {
+        CheckCol(c);
+        return colWidth_[size_t(c)];
+    }
     void SetColWidth(int c, int twips);
     // The user dragged a column's border: the width follows, with no notice
     // back to the view that is showing it already.
@@ -126,6 +135,26 @@ private:
     // a repaint when no reset is due, which shows it anyway.
     bool pendingSelection_ = false;
     std::array<int, kGridCols> colWidth_{};
+};
+
+// Keeps a grid hidden, or its redraw off, for a scope, and puts the old
+// state back on every way out, a run-time error's included: a grid left
+// hidden or unpainted shows nothing until the program starts again.
+class QuietGrid {
+public:
+    enum Way { Hidden, RedrawOff };
+    QuietGrid(SongGrid& grid, Way way) : grid_(grid), way_(way), was_(way == Hidden ? grid.Visible() : grid.Redraw()) {
+        Set(false);
+    }
+    ~QuietGrid() { Set(was_); }
+    QuietGrid(const QuietGrid&) = delete;
+    QuietGrid& operator=(const QuietGrid&) = delete;
+
+private:
+    void Set(bool on) { way_ == Hidden ? grid_.SetVisible(on) : grid_.SetRedraw(on); }
+    SongGrid& grid_;
+    Way way_;
+    bool was_;
 };
 
 }  // namespace zor

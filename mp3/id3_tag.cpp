@@ -98,9 +98,19 @@ bool WriteId3Tag(FileSystem& fs, const QString& path, Id3TagRecord& tag, Id3NewT
     if (length < kId3TagBytes) return false;
     const qint64 position = Id3TagPosition(length, tag.HasMarker(), where);
     tag.Tag = QStringLiteral("TAG");
+    // What the tag's place holds now, so that a write cut short (a full
+    // disk) can be undone: the song is left as it was, never with half a
+    // tag at its end.
+    QByteArray before;
     try {
+        before = file.Get(position, kId3TagBytes);
         file.Put(position, EncodeId3Tag(tag));
     } catch (const RuntimeError&) {
+        try {
+            if (!before.isEmpty()) file.Put(position, before);
+            file.SetLength(length);
+        } catch (const RuntimeError&) {
+        }
         return false;
     }
     return true;

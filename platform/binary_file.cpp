@@ -6,12 +6,15 @@
 
 namespace zor {
 
+// Unbuffered: every Put is on its way to the disk when it returns, and a
+// write that failed leaves nothing in a buffer to be written later over
+// what its caller put back.
 BinaryFile::BinaryFile(FileSystem& fs, const QString& path, Mode mode) : file_(path) {
     if (QFileInfo(path).isDir()) throw RuntimeError::PathFileAccessError();
     if (mode == ReadOnly) {
         if (!file_.exists()) throw RuntimeError::FileNotFound();
-        if (!file_.open(QIODevice::ReadOnly)) throw RuntimeError::PermissionDenied();
-    } else if (!file_.open(QIODevice::ReadWrite)) {
+        if (!file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) throw RuntimeError::PermissionDenied();
+    } else if (!file_.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
         if (!QFileInfo(QFileInfo(path).path()).isDir()) throw RuntimeError::PathNotFound();
         throw RuntimeError::PermissionDenied();
     }
@@ -37,6 +40,12 @@ void BinaryFile::Put(qint64 position, const QByteArray& bytes) {
         throw RuntimeError(61, QStringLiteral("Disk full"));
     if (!file_.seek(position - 1) || file_.write(bytes) != bytes.size() || !file_.flush())
         throw RuntimeError(61, QStringLiteral("Disk full"));
+}
+
+void BinaryFile::SetLength(qint64 length) {
+    if (length < 0) throw RuntimeError::InvalidProcedureCall();
+    if (!file_.isWritable()) throw RuntimeError::PermissionDenied();
+    if (!file_.resize(length)) throw RuntimeError(61, QStringLiteral("Disk full"));
 }
 
 }  // namespace zor

@@ -22,6 +22,8 @@ public:
     QByteArray Get(qint64 position, qint64 n);
     // Writes at the 1-based position; a gap past the end reads back as zeros.
     void Put(qint64 position, const QByteArray& bytes);
+    // Cuts the file to `length` bytes, or grows it with zeros.
+    void SetLength(qint64 length);
 
 private:
     QFile file_;

@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace zor {
 namespace {
 
@@ -40,6 +42,7 @@ QStringList FileSystem::DirList(const QString& pattern, int attr) {
     const bool wantDirs = attr & vbDirectory;
     QStringList out;
     if (name.isEmpty()) return out;
+    const bool everything = name == u"*";
     if (!HasWildcards(name)) {
         const QFileInfo fi(pattern);
         if (fi.exists() && (fi.isFile() || (wantDirs && fi.isDir())) && name != u"." && name != u"..") out << name;
@@ -54,7 +57,13 @@ QStringList FileSystem::DirList(const QString& pattern, int attr) {
     if (attr & vbHidden) filters |= QDir::Hidden;
     QDir dir(dirPath);
     for (const QString& entry : dir.entryList(filters, QDir::Unsorted))
-        if (rx.match(entry).hasMatch()) out << entry;
+        if (everything || rx.match(entry).hasMatch()) out << entry;
+    std::sort(out.begin(), out.end(), CaseInsensitiveLess);
+    return out;
+}
+
+QStringList FileSystem::Subdirectories(const QString& dir) {
+    QStringList out = QDir(dir).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
     std::sort(out.begin(), out.end(), CaseInsensitiveLess);
     return out;
 }
@@ -75,20 +84,57 @@ qint64 FileSystem::FileLen(const QString& path) {
     return fi.size();
 }
 
+QByteArray FileSystem::ReadBytes(const QString& path, qint64 offset, qint64 n) {
+    if (n < 0) throw RuntimeError::InvalidProcedureCall();
+    // The import reads every file of a tree this way: one open, and the
+    // look-ups that tell the failures apart only when it fails.
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        if (!QFileInfo::exists(path)) throw RuntimeError::FileNotFound();
+        throw RuntimeError::PathFileAccessError();
+    }
+    const qint64 size = file.size();
+    if (offset < 0) offset = std::max<qint64>(size + offset, 0);
+    if (offset >= size || n == 0) return {};
+    if (!file.seek(offset)) throw RuntimeError(57, QStringLiteral("Device I/O error"));
+    QByteArray bytes = file.read(n);
+    if (bytes.isNull() && file.error() != QFileDevice::NoError) throw RuntimeError(57, QStringLiteral("Device I/O error"));
+    return bytes;
+}
+
 void FileSystem::FileCopy(const QString& source, const QString& target) {
     if (!QFileInfo(source).isFile()) throw RuntimeError::FileNotFound();
+    if (!ReplaceFile(target, [&](const QString& scratch) { return QFile::copy(source, scratch); }))
+        throw RuntimeError::PathFileAccessError();
+}
+
+bool FileSystem::ReplaceFile(const QString& target, const std::function<bool(const QString& scratch)>& write) {
     if (IsHeldOpen(target)) throw RuntimeError::PermissionDenied();
-    // Through a scratch file and a rename, so a failed copy leaves the old target whole.
     const QString scratch = target + QStringLiteral(".zorcopy");
     QFile::remove(scratch);
-    if (!QFile::copy(source, scratch)) {
+    try {
+        if (!write(scratch)) {
+            QFile::remove(scratch);
+            return false;
+        }
+        // On the disk before the rename: a crash after it must not leave
+        // the target empty.
+        QFile made(scratch);
+        if (!made.open(QIODevice::ReadOnly) || ::fsync(made.handle()) != 0) throw RuntimeError::PathFileAccessError();
+        made.close();
+        Rename(scratch, target);
+    } catch (...) {
         QFile::remove(scratch);
-        throw RuntimeError::PathFileAccessError();
+        throw;
     }
-    if (std::rename(QFile::encodeName(scratch).constData(), QFile::encodeName(target).constData()) != 0) {
-        QFile::remove(scratch);
-        throw RuntimeError::PathFileAccessError();
-    }
+    return true;
+}
+
+void FileSystem::Rename(const QString& from, const QString& to) {
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) return;
+    if (errno == EXDEV) throw RuntimeError(74, QStringLiteral("Can't rename with different drive"));
+    if (errno == ENOENT) throw RuntimeError::PathNotFound();
+    throw RuntimeError::PathFileAccessError();
 }
 
 void FileSystem::Kill(const QString& path) {
@@ -111,11 +157,7 @@ void FileSystem::Name(const QString& from, const QString& to) {
     if (!src.exists()) throw RuntimeError::FileNotFound();
     if (QFileInfo::exists(to)) throw RuntimeError::FileAlreadyExists();
     if (IsHeldOpen(from)) throw RuntimeError::PathFileAccessError();
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
-        if (errno == EXDEV) throw RuntimeError(74, QStringLiteral("Can't rename with different drive"));
-        if (errno == ENOENT) throw RuntimeError::PathNotFound();
-        throw RuntimeError::PathFileAccessError();
-    }
+    Rename(from, to);
 }
 
 void FileSystem::MkDir(const QString& path) {

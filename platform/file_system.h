@@ -4,9 +4,12 @@
 // held open, and the jukebox relies on that refusal (the open catalogue, the
 // player's current song), so this class keeps a registry of the files the
 // process holds open and refuses the same operations on them.
+#include <QByteArray>
 #include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 namespace zor {
 
@@ -33,10 +36,29 @@ public:
     QString Dir(const QString& pattern, int attr = vbNormal);
     QString DirNext();
 
+    // The subdirectories of `dir`, named and sorted as DirList names and
+    // sorts; hidden ones and links that lead nowhere never come.
+    virtual QStringList Subdirectories(const QString& dir);
+
     virtual bool FileExists(const QString& path);
     virtual bool DirExists(const QString& path);
     virtual qint64 FileLen(const QString& path);
+    // Up to n bytes of a file from the 0-based offset, fewer at its end; a
+    // negative offset counts from the end, so (-128, 128) is the last 128
+    // bytes, or the whole of a shorter file. The file is open only for the
+    // read and takes no hold. Error 53 when there is no such file, 75 when
+    // it can't be opened, 57 when the read fails.
+    virtual QByteArray ReadBytes(const QString& path, qint64 offset, qint64 n);
     virtual void FileCopy(const QString& source, const QString& target);
+    // Replaces `target` by the file that `write` makes at the scratch path
+    // it is given. The scratch lies beside the target, so the rename that
+    // puts it in place never crosses file systems and the target is at every
+    // moment either the old file, whole, or the new one, complete. When
+    // `write` returns false or throws, the scratch goes and the target stays
+    // as it was; so it does when the rename fails. A target the process
+    // holds open is refused with error 70, as FileCopy refuses it.
+    // Returns what `write` returned.
+    bool ReplaceFile(const QString& target, const std::function<bool(const QString& scratch)>& write);
     virtual void Kill(const QString& path);
     virtual void Name(const QString& from, const QString& to);
     virtual void MkDir(const QString& path);
@@ -48,6 +70,10 @@ public:
     QString HoldOpen(const QString& path);
     void Release(const QString& key);
     bool IsHeldOpen(const QString& path) const;
+
+protected:
+    // rename(2), with its failures as the runtime's errors.
+    virtual void Rename(const QString& from, const QString& to);
 
 private:
     static QString Key(const QString& path);

@@ -1,15 +1,31 @@
 #include "catalogue/ui/catalogue_ops.h"
 
+#include "catalogue/ui/catalogue_task.h"
 #include "platform/runtime_error.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/startup.h"
 
+#include <QLineEdit>
 #include <QProgressBar>
 
 namespace zor {
 namespace {
 
 const QString kMdbFilter = QStringLiteral("mdb databases (*.mdb)|*.mdb|All Files (*.*)|*.*");
+
+// Runs work on the file of the closed catalogue. Should it fail, the
+// catalogue in use is opened again before the error is shown, and the
+// session goes on with it.
+template <typename Work>
+void WithCatalogueClosed(Form1& f, Work work) {
+    f.Data1.Close();
+    try {
+        work();
+    } catch (...) {
+        RefreshData1(f);
+        throw;
+    }
+}
 
 }  // namespace
 
@@ -31,24 +47,39 @@ bool RefreshData1(Form1& f) {
 
 void OpenDatabase(Form1& f) {
     Jukebox& j = f.j;
+    // A task below this one is writing in one transaction, which a reopen
+    // would throw away: the reopen waits for another time.
+    if (f.Data1.InTransaction()) {
+        ShowTaskRefused(f);
+        return;
+    }
+    ReloadHold hold(j);
     f.ShowWorking(kYellow,
             j.Lang(QStringLiteral("Opening Database ") + j.DatabaseFile + QStringLiteral(" - Please Wait ...."),
                    QStringLiteral("Te openen Database ") + j.DatabaseFile + QStringLiteral(" - Wacht s.v.p. ....")));
-    // The grid is hidden while it fills.
-    f.MFGrid1.Clear();
-    f.MFGrid1.SetVisible(false);
-    f.MFGrid1.SetRows(1);
-    if (j.DatabaseFile.isEmpty()) j.DatabaseFile = j.ProgramFile(QStringLiteral("Mp3data1.mdb"));
-    f.Data1.DatabaseName = j.DatabaseFile;
-    f.Data1.RecordSource = QStringLiteral("MP3DATA");
-    const bool opened = RefreshData1(f);
+    bool opened = false;
+    {
+        // The grid is hidden while it fills.
+        f.MFGrid1.Clear();
+        QuietGrid hidden(f.MFGrid1, QuietGrid::Hidden);
+        f.MFGrid1.SetRows(1);
+        if (j.DatabaseFile.isEmpty()) j.DatabaseFile = j.ProgramFile(QStringLiteral("Mp3data1.mdb"));
+        f.Data1.DatabaseName = j.DatabaseFile;
+        f.Data1.RecordSource = QStringLiteral("MP3DATA");
+        opened = RefreshData1(f);
+    }
     f.MFGrid1.SetVisible(true);
-    j.SongCount = std::max(f.MFGrid1.Rows() - 1, 0);
-    f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.SongCount);
     if (!opened) {
+        // No catalogue is open: the count is what it is before the first
+        // open, and the empty-catalogue notice, which would send the user
+        // to ADD, stays away. The hint of the start is the only report.
+        j.SongCount = 1;
+        f.Text2->clear();
         ShowStartupHint(f);
         return;
     }
+    j.SongCount = std::max(f.MFGrid1.Rows() - 1, 0);
+    f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.SongCount);
     // With "No sorting" the first open keeps the table's order, but later
     // opens in the same run sort all the same, on SortAtStartCopy: column 0
     // until a click sorts by another. Kept on purpose.
@@ -72,6 +103,8 @@ void OpenDatabase(Form1& f) {
 }
 
 void NewCatalogue(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     f.MFGrid1.Clear();
     LayOutGrids(f);
     f.ProgressBar1->setValue(0);
@@ -80,6 +113,8 @@ void NewCatalogue(Form1& f) {
 }
 
 void OpenDatabaseDialog(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     LayOutGrids(f);
     CommonDialog& d = j.platform.dialog;
@@ -87,9 +122,13 @@ void OpenDatabaseDialog(Form1& f) {
     d.FileName.clear();
     d.DialogTitle.clear();
     d.Filter = kMdbFilter;
+    const QString inUse = j.DatabaseFile;
     d.ShowOpen();
     j.DatabaseFile = d.FileName;
     if (j.DatabaseFile.isEmpty()) {
+        // Nothing was opened, so the file in use keeps its name: saving,
+        // clearing and compacting go on working on it.
+        j.DatabaseFile = inUse.isEmpty() ? j.ProgramFile(QStringLiteral("Mp3data1.mdb")) : inUse;
         j.StartMessage(j.Lang(QStringLiteral("ATTENTION!"), QStringLiteral("ATTENTIE!")));
         j.AddMessageLine(j.Lang(QStringLiteral("You have not selected a valid   "), QStringLiteral("U heeft geen geldige Database  ")));
         j.AddMessageLine(j.Lang(QStringLiteral("database to be opened!"), QStringLiteral("geselecteerd om te openen!")));
@@ -112,6 +151,8 @@ void OpenDatabaseDialog(Form1& f) {
 }
 
 void SaveDatabaseAs(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     CommonDialog& d = j.platform.dialog;
     d.InitDir = j.ProgramDir + u'/';
@@ -130,14 +171,8 @@ void SaveDatabaseAs(Form1& f) {
     }
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Database is now being saved; Please wait ..."),
                                QStringLiteral("Database wordt nu bewaard; Wacht s.v.p. ...")));
-    f.Data1.Close();
-    try {
-        j.platform.files.FileCopy(j.DatabaseFile, target);
-    } catch (const RuntimeError&) {
-        // The old catalogue stays the working one; the box says why.
-        RefreshData1(f);
-        throw;
-    }
+    // Should the copy fail, the old catalogue stays the working one; the box says why.
+    WithCatalogueClosed(f, [&] { j.platform.files.FileCopy(j.DatabaseFile, target); });
     j.DatabaseFile = target;
     f.Data1.DatabaseName = target;
     RefreshData1(f);
@@ -148,13 +183,18 @@ void SaveDatabaseAs(Form1& f) {
 }
 
 void SaveDatabase(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     RefreshData1(f);
     f.ShowMessage(kYellow, j.Lang(QStringLiteral("Database refreshed and saved in: "),
                                   QStringLiteral("Database is vernieuwd en bewaard in: ")) + j.DatabaseFile);
 }
 
-void RefreshDatabase(Form1& f) { OpenDatabase(f); }
+void RefreshDatabase(Form1& f) {
+    CatalogueTask task(f);
+    if (task.Started()) OpenDatabase(f);
+}
 
 void ClearDatabase(Form1& f) {
     Jukebox& j = f.j;
@@ -165,37 +205,38 @@ void ClearDatabase(Form1& f) {
                                        QStringLiteral("Database wordt gewist! - Wacht s.v.p. .....")));
     const QString master = j.ProgramFile(QStringLiteral("Mp3data0.mdb"));
     if (files.FileExists(j.ProgramFile(QStringLiteral("Mp3data1.mdb"))) && files.FileExists(master)) {
-        f.Data1.Close();
-        f.Data1.DatabaseName.clear();
         // The copy replaces the file through a scratch file, so the old
         // catalogue is gone only once the empty one is in its place.
-        files.FileCopy(master, j.DatabaseFile);
+        WithCatalogueClosed(f, [&] { files.FileCopy(master, j.DatabaseFile); });
         f.Data1.DatabaseName = j.DatabaseFile;
     }
     OpenDatabase(f);
 }
 
 void ClearDatabaseMenu(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     ClearDatabase(f);
     LayOutGrids(f);
     f.ShowMessage(kYellow, f.j.Lang(QStringLiteral("Database Cleared."), QStringLiteral("Database is gewist.")));
 }
 
 void CompactDatabase(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     FileSystem& files = j.platform.files;
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Database is being compacted - Please Wait...."),
                                QStringLiteral("Database wordt gecomprimeerd - Wacht s.v.p. ....")));
     const qint64 oldLength = files.FileLen(j.DatabaseFile);
-    f.Data1.Close();
-    // The store writes the compacted copy here; without it the delete and
-    // rename below would throw the working file away.
-    const QString result = j.ProgramFile(QStringLiteral("Mp3comp1.mdb"));
-    if (files.FileExists(result)) files.Kill(result);
-    if (CatalogueStore::CompactFile(j.DatabaseFile, result)) {
-        if (files.FileExists(j.DatabaseFile)) files.Kill(j.DatabaseFile);
-        files.Name(result, j.DatabaseFile);
-    }
+    // The store writes the compacted copy beside the catalogue, and the copy
+    // is renamed over it: the catalogue is the old file, whole, until the
+    // new one is complete and in its place. A copy made in the program
+    // directory could not be renamed onto a catalogue on another file
+    // system, once that had been deleted to make room for it.
+    WithCatalogueClosed(f, [&] {
+        files.ReplaceFile(j.DatabaseFile, [&](const QString& scratch) { return CatalogueStore::CompactFile(j.DatabaseFile, scratch); });
+    });
     f.Data1.DatabaseName = j.DatabaseFile;
     f.Data1.RecordSource = QStringLiteral("MP3DATA");
     RefreshData1(f);

@@ -1,5 +1,6 @@
 #include "catalogue/ui/grid_ops.h"
 
+#include "catalogue/ui/catalogue_task.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "platform/vb.h"
 #include "shell/ui/form1.h"
@@ -95,16 +96,20 @@ void NumberSelectedRows(Form1& f) {
 }
 
 void ClearSelectionNumbers(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
     f.StartProgress(j.SongCount);
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Selections are being cleared; Please Wait...."),
                                   QStringLiteral("Selecties worden gewist; Wacht s.v.p. ....")));
-    // Hidden, the grid takes all the clears in one repaint.
-    g.SetVisible(false);
-    for (int r = 1; r <= j.SongCount; ++r) {
-        g.SetTextMatrix(r, 12, {});
-        g.SetTextMatrix(r, 0, {});
+    {
+        // Hidden, the grid takes all the clears in one repaint.
+        QuietGrid hidden(g, QuietGrid::Hidden);
+        for (int r = 1; r <= j.SongCount; ++r) {
+            g.SetTextMatrix(r, 12, {});
+            g.SetTextMatrix(r, 0, {});
+        }
     }
     g.SetVisible(true);
     j.PlaylistEnd = 1;

@@ -1,13 +1,24 @@
+// The import is the model of a long walk that lets events through:
+// - it runs as one CatalogueTask: a second task asked for by a click during
+//   the walk is refused with a word in the message line, and a skin or
+//   language change waits until the walk is over;
+// - all its rows go in one transaction of the store, which commits them
+//   together, or none: the store refuses to be reopened under it;
+// - events go through at fixed points only (each directory, and each file
+//   when the files are shown), and the walk stops there when the program
+//   is ending;
+// - a failure puts everything back as it was: the store rolls back, and the
+//   grid and the count lose the rows the walk had added.
 #include "catalogue/ui/import_ops.h"
 
 #include "catalogue/ui/catalogue_ops.h"
+#include "catalogue/ui/catalogue_task.h"
 #include "mp3/id3_tag.h"
 #include "platform/runtime_error.h"
 #include "shell/ui/form1.h"
 #include "shell/ui/path_selector.h"
 
 #include <QComboBox>
-#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
@@ -25,7 +36,17 @@ struct Scan {
     Form1& f;
     Id3TagRecord tag;  // the last tag read: a short file keeps the one before
     std::set<QString> visited;
+    bool ending = false;  // the program is ending: the walk stops
 };
+
+// Lets events through at one of the walk's fixed points; false when the
+// program is ending, so the walk stops and what it has is kept.
+bool LetEventsThrough(Scan& scan) {
+    Form1& f = scan.f;
+    f.j.platform.events.DoEvents();
+    scan.ending = scan.ending || f.Unloaded() || f.j.platform.process.Ended();
+    return !scan.ending;
+}
 
 void OpenSelector(Form1& f, int addSingleFile, const QString& english, const QString& dutch) {
     Jukebox& j = f.j;
@@ -57,19 +78,29 @@ void ShowTotal(Form1& f) {
     f.ShowCount(f.j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), f.j.SongCount);
 }
 
+// The tag at the end of a file, when the file is long enough to hold one.
+// Returns false when the file can't be read (gone since the listing,
+// locked, a failing disk): the file is then passed over.
+bool ReadTail(FileSystem& files, const QString& path, Id3TagRecord& tag) {
+    try {
+        const QByteArray tail = files.ReadBytes(path, -kId3TagBytes, kId3TagBytes);
+        if (tail.size() == kId3TagBytes) tag = DecodeId3Tag(tail);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 void ScanFile(Scan& scan, const QString& path) {
     Form1& f = scan.f;
     Jukebox& j = f.j;
-    if (j.scanner.ShowScannedFiles == 1) f.ShowWorking(kYellow, path);
-    // A file that went away meanwhile, or can't be read, is passed over;
-    // opening it as the old runtime did would make an empty file in its
-    // place. The file is open only for this read, so no hold is taken.
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return;
-    const qint64 length = file.size();
-    if (length >= kId3TagBytes && file.seek(length - kId3TagBytes))
-        if (const QByteArray tail = file.read(kId3TagBytes); tail.size() == kId3TagBytes) scan.tag = DecodeId3Tag(tail);
-    file.close();
+    if (j.scanner.ShowScannedFiles == 1) {
+        f.ShowMessage(kYellow, path);
+        if (!LetEventsThrough(scan)) return;
+    }
+    // Read only, with no hold: opening it as the old runtime did would make
+    // an empty file in the place of one that went away meanwhile.
+    if (!ReadTail(j.platform.files, path, scan.tag)) return;
     const QString name = QFileInfo(path).fileName();
     if (!PassesFilter(j.settings, name)) return;
     CatalogueStore& rs = f.Data1;
@@ -98,23 +129,24 @@ void ScanFile(Scan& scan, const QString& path) {
     if (j.scanner.ShowScannedFiles == 1) ShowTotal(f);
 }
 
-QStringList Listing(const QString& dir, QDir::Filters kind) {
-    return QDir(dir).entryList(kind | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
-}
-
 void ScanDirectory(Scan& scan, const QString& dir) {
     // A directory reached again through a link is walked once: a link to a
     // parent would otherwise never end.
     const QString real = QFileInfo(dir).canonicalFilePath();
     if (real.isEmpty() || !scan.visited.insert(real).second) return;
+    FileSystem& files = scan.f.j.platform.files;
     const QString base = dir == u"/" ? QString() : dir;
-    const QStringList subdirectories = Listing(dir, QDir::Dirs);
+    const QStringList subdirectories = files.Subdirectories(dir);
     for (auto it = subdirectories.rbegin(); it != subdirectories.rend(); ++it) {
         ScanDirectory(scan, base + u'/' + *it);
+        if (scan.ending) return;
         ShowTotal(scan.f);
-        scan.f.j.platform.events.DoEvents();
+        if (!LetEventsThrough(scan)) return;
     }
-    for (const QString& name : Listing(dir, QDir::Files)) ScanFile(scan, base + u'/' + name);
+    for (const QString& name : files.DirList(base + QStringLiteral("/*"))) {
+        ScanFile(scan, base + u'/' + name);
+        if (scan.ending) return;
+    }
 }
 
 void ShowNoValidFile(Jukebox& j) {
@@ -142,6 +174,7 @@ NameParts CutFileName(const QString& name) {
 }
 
 void AddSongsNoClear(Form1& f) {
+    if (RefusedWhileBusy(f)) return;
     // The setting to clear first turns the button into ClearFill.
     if (f.j.settings.ClearBeforeAdd == 1) {
         ClearFill(f);
@@ -152,16 +185,20 @@ void AddSongsNoClear(Form1& f) {
 }
 
 void AddSongs(Form1& f) {
+    if (RefusedWhileBusy(f)) return;
     OpenSelector(f, 0, QStringLiteral("Please select the start-directory (path)"),
                  QStringLiteral("Selecteer nu s.v.p. de start-directory (pad)"));
 }
 
 void AddOne(Form1& f) {
+    if (RefusedWhileBusy(f)) return;
     OpenSelector(f, 1, QStringLiteral("Please select the directory (path) and file name of the song to be added"),
                  QStringLiteral("Select de directory (pad) en bestandsnaam van de toe te voegen song"));
 }
 
 void ClearFill(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     ClearDatabase(f);
     LayOutGrids(f);
     OpenSelector(f, 0, QStringLiteral("Database Cleared - Now please select the start-directory (path)"),
@@ -169,11 +206,19 @@ void ClearFill(Form1& f) {
 }
 
 void ScanSelectedPath(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     PathSelector& p = *f.Frame3;
     if (p.Path().isEmpty() || !QFileInfo(p.Path()).isDir()) {
         f.ShowMessage(kRed, j.Lang(QStringLiteral("No Directory (Path) selected; ADD aborted!"),
                                    QStringLiteral("Geen Directory (pad) geselecteerd; Invoegen is afgebroken!")));
+        return;
+    }
+    // A catalogue that could not be opened takes no songs.
+    if (!f.Data1.IsOpen()) {
+        f.ShowMessage(kRed, j.Lang(QStringLiteral("No Database opened; ADD aborted!"),
+                                   QStringLiteral("Geen Database geopend; Invoegen is afgebroken!")));
         return;
     }
     f.ShowWorking(kYellow, j.Lang(QStringLiteral("Loading the Database - Please Wait ....."),
@@ -185,22 +230,27 @@ void ScanSelectedPath(Form1& f) {
         ShowNoValidFile(j);
         return;
     }
-    // All the new rows land together; the grid shows them once.
     Scan scan{f, {}, {}};
-    CatalogueStore& rs = f.Data1;
-    f.MFGrid1.SetRedraw(false);
-    rs.BeginTransaction();
-    try {
-        if (j.scanner.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
-        else ScanDirectory(scan, p.Path());
-        rs.CommitTransaction();
-    } catch (...) {
-        rs.RollbackTransaction();
-        f.MFGrid1.SetRedraw(true);
-        throw;
+    SongGrid& g = f.MFGrid1;
+    const int rows = g.Rows();
+    const int songs = j.SongCount;
+    {
+        // All the new rows land together; the grid shows them once.
+        QuietGrid quiet(g, QuietGrid::RedrawOff);
+        CatalogueStore::Transaction transaction(f.Data1);
+        try {
+            if (j.scanner.AddSingleFile == 1) ScanFile(scan, base + u'/' + p.FileName());
+            else ScanDirectory(scan, p.Path());
+            transaction.Commit();
+        } catch (...) {
+            transaction.Rollback();
+            g.SetRows(rows);
+            j.SongCount = songs;
+            ShowTotal(f);
+            throw;
+        }
     }
     ShowTotal(f);
-    f.MFGrid1.SetRedraw(true);
     RenumberRecordsByPosition(f);
     OpenDatabase(f);
 }

@@ -1,6 +1,7 @@
 #include "catalogue/ui/grid_ops.h"
 
 #include "catalogue/ui/catalogue_ops.h"
+#include "catalogue/ui/catalogue_task.h"
 #include "platform/vb.h"
 #include "shell/ui/form1.h"
 
@@ -40,15 +41,14 @@ void GoToRecordOfRow(Form1& f, int row) {
 // failure half-way leaves the table as it was, numbered as it was.
 template <typename Deletions>
 void DeleteAndRenumber(Form1& f, Deletions deletions) {
-    CatalogueStore& rs = f.Data1;
     const int songs = f.j.SongCount;
-    rs.BeginTransaction();
+    CatalogueStore::Transaction transaction(f.Data1);
     try {
         deletions();
         RenumberRecords(f);
-        rs.CommitTransaction();
+        transaction.Commit();
     } catch (...) {
-        rs.RollbackTransaction();
+        transaction.Rollback();
         f.j.SongCount = songs;
         throw;
     }
@@ -59,6 +59,8 @@ void DeleteAndRenumber(Form1& f, Deletions deletions) {
 void SortSelection(Form1& f, int order) { f.MFGrid1.Sort(order); }
 
 void DoubleSort(Form1& f, int column) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
     const DoubleSortTexts* texts = nullptr;
@@ -71,32 +73,36 @@ void DoubleSort(Form1& f, int column) {
     g.SetCol(column);
     g.Sort(direction);
     f.ShowWorking(kYellow, Lang(j, texts->runningEnglish, texts->runningDutch));
-    g.SetVisible(false);
-    f.ProgressBar1->setRange(0, int(vb::Int(j.SongCount / 10.0)) + 1);
-    // The title sort runs over each run of equal keys. A run that reaches
-    // the last row leaves that row out, as it always has.
-    const auto key = [&g, column](int row) { return vb::TrimmedView(g.RowCells(row)[column]); };
-    int i = 1;
-    while (i < j.SongCount) {
-        const int start = i;
+    {
+        QuietGrid hidden(g, QuietGrid::Hidden);
+        f.ProgressBar1->setRange(0, int(vb::Int(j.SongCount / 10.0)) + 1);
+        // The title sort runs over each run of equal keys. A run that
+        // reaches the last row leaves that row out, as it always has.
+        const auto key = [&g, column](int row) { return vb::TrimmedView(g.RowCells(row)[column]); };
+        int i = 1;
         while (i < j.SongCount) {
-            ++i;
-            if (key(i) != key(start)) break;
+            const int start = i;
+            while (i < j.SongCount) {
+                ++i;
+                if (key(i) != key(start)) break;
+            }
+            if (i > start + 1) {
+                g.Select(start, 1, i - 1, 1);
+                g.Sort(direction);
+                g.SetCol(column);
+            }
+            if (i >= j.SongCount) break;
+            f.SetProgress(int(vb::Int(i / 10.0)) + 1);
         }
-        if (i > start + 1) {
-            g.Select(start, 1, i - 1, 1);
-            g.Sort(direction);
-            g.SetCol(column);
-        }
-        if (i >= j.SongCount) break;
-        f.SetProgress(int(vb::Int(i / 10.0)) + 1);
+        f.ProgressBar1->setValue(0);
     }
-    f.ProgressBar1->setValue(0);
     g.SetVisible(true);
     f.ShowMessage(kYellow, Lang(j, texts->doneEnglish, texts->doneDutch));
 }
 
 void DeleteRecord(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     const int row = f.MFGrid1.Row();
     if (row < 1 || j.SongCount < 1) return;
@@ -110,6 +116,8 @@ void DeleteRecord(Form1& f) {
 }
 
 void DeleteSelectedRecords(Form1& f) {
+    CatalogueTask task(f);
+    if (!task.Started()) return;
     Jukebox& j = f.j;
     SongGrid& g = f.MFGrid1;
     f.StartProgress(j.SongCount);

@@ -56,35 +56,63 @@ void FakeEventPump::Wait(int ms) {
     if (onWait) onWait(ms);
 }
 
-void FakeFiles::MaybeFail(const QString& operation) {
-    auto it = failures_.find(operation);
-    if (it == failures_.end() || it->second.empty()) return;
-    const int number = it->second.front();
-    it->second.pop_front();
-    throw RuntimeError(number, QStringLiteral("Injected failure"));
+void FakeFiles::MaybeFail(const QString& operation, const QString& path) {
+    if (failures_.empty()) return;  // the usual case, on every read of a scan
+    for (const QString& key : {operation + u' ' + path, operation}) {
+        auto it = failures_.find(key);
+        if (it == failures_.end() || it->second.empty()) continue;
+        const int number = it->second.front();
+        it->second.pop_front();
+        throw RuntimeError(number, QStringLiteral("Injected failure"));
+    }
+}
+
+QStringList FakeFiles::DirList(const QString& pattern, int attr) {
+    MaybeFail(QStringLiteral("DirList"), pattern);
+    return FileSystem::DirList(pattern, attr);
+}
+
+QStringList FakeFiles::Subdirectories(const QString& dir) {
+    MaybeFail(QStringLiteral("Subdirectories"), dir);
+    return FileSystem::Subdirectories(dir);
+}
+
+qint64 FakeFiles::FileLen(const QString& path) {
+    MaybeFail(QStringLiteral("FileLen"), path);
+    return FileSystem::FileLen(path);
+}
+
+QByteArray FakeFiles::ReadBytes(const QString& path, qint64 offset, qint64 n) {
+    MaybeFail(QStringLiteral("ReadBytes"), path);
+    return FileSystem::ReadBytes(path, offset, n);
+}
+
+void FakeFiles::Rename(const QString& from, const QString& to) {
+    MaybeFail(QStringLiteral("Rename"), to);
+    FileSystem::Rename(from, to);
 }
 
 void FakeFiles::FileCopy(const QString& source, const QString& target) {
     log << QStringLiteral("FileCopy %1 -> %2").arg(source, target);
-    MaybeFail(QStringLiteral("FileCopy"));
+    MaybeFail(QStringLiteral("FileCopy"), target);
     FileSystem::FileCopy(source, target);
 }
 
 void FakeFiles::Kill(const QString& path) {
     log << QStringLiteral("Kill %1").arg(path);
-    MaybeFail(QStringLiteral("Kill"));
+    MaybeFail(QStringLiteral("Kill"), path);
     FileSystem::Kill(path);
 }
 
 void FakeFiles::Name(const QString& from, const QString& to) {
     log << QStringLiteral("Name %1 -> %2").arg(from, to);
-    MaybeFail(QStringLiteral("Name"));
+    MaybeFail(QStringLiteral("Name"), from);
     FileSystem::Name(from, to);
 }
 
 void FakeFiles::MkDir(const QString& path) {
     log << QStringLiteral("MkDir %1").arg(path);
-    MaybeFail(QStringLiteral("MkDir"));
+    MaybeFail(QStringLiteral("MkDir"), path);
     FileSystem::MkDir(path);
 }
 

@@ -105,18 +105,32 @@ public:
 };
 
 // The real file system with failures on demand: FailNext("FileCopy", 61)
-// makes the next FileCopy raise run-time error 61.
+// makes the next FileCopy raise run-time error 61; FailOn("ReadBytes",
+// path, 57) the next read of that one file. "Rename" fails the rename of
+// every operation that renames: Name, and the last step of FileCopy and
+// ReplaceFile. The reads and listings (DirList, Subdirectories, FileLen,
+// ReadBytes) can fail but are not logged.
 class FakeFiles : public FileSystem {
 public:
     void FailNext(const QString& operation, int errorNumber) { failures_[operation].push_back(errorNumber); }
+    void FailOn(const QString& operation, const QString& path, int errorNumber) {
+        failures_[operation + u' ' + path].push_back(errorNumber);
+    }
     QStringList log;  // "Kill path", "FileCopy a -> b", ...
+    QStringList DirList(const QString& pattern, int attr = vbNormal) override;
+    QStringList Subdirectories(const QString& dir) override;
+    qint64 FileLen(const QString& path) override;
+    QByteArray ReadBytes(const QString& path, qint64 offset, qint64 n) override;
     void FileCopy(const QString& source, const QString& target) override;
     void Kill(const QString& path) override;
     void Name(const QString& from, const QString& to) override;
     void MkDir(const QString& path) override;
 
+protected:
+    void Rename(const QString& from, const QString& to) override;
+
 private:
-    void MaybeFail(const QString& operation);
+    void MaybeFail(const QString& operation, const QString& path = {});
     std::map<QString, std::deque<int>> failures_;
 };
 

@@ -4,6 +4,7 @@
 // controls, and its events call the named operations.
 #include "catalogue/catalogue_store.h"
 #include "catalogue/song_grid.h"
+#include "catalogue/ui/catalogue_task.h"
 #include "playlists/playlist_state.h"
 #include "shell/jukebox.h"
 
@@ -76,6 +77,9 @@ public:
 
     // The random order and the nesting of the playlist loop.
     PlaylistState playlist;
+
+    // Whether a long catalogue task runs, so that a second one is refused.
+    CatalogueTasks catalogueTasks;
 
     // The lyrics and picture windows (Form3, Form4, Form18, Form19).
     std::unique_ptr<Companions> companions;

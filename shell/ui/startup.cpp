@@ -325,26 +325,6 @@ void PauseWithEvents(Jukebox& j, double seconds) {
     while (elapsed() < seconds) j.platform.events.Wait(100);
 }
 
-void RunInspector(Form1& f) {
-    Jukebox& j = f.j;
-    FileSystem& files = j.platform.files;
-    auto line = [&](const QString& text) {
-        f.ShowMessage(kWhite, text);
-        PauseWithEvents(j, 3);
-    };
-    auto found = [&](bool yes, const char* what) {
-        return QString::fromLatin1(what) + (yes ? QStringLiteral(" found in ") : QStringLiteral(" NOT found in ")) + j.ProgramDir;
-    };
-    line(QStringLiteral("Starting Directory is:  ") + j.ProgramDir);
-    line(QStringLiteral("Current Directory is:  ") + j.platform.environment.CurrentDirectory());
-    line(found(files.FileExists(j.ProgramFile(QString::fromLatin1(kProgramFileName))), "Program ZORjuke.exe"));
-    line(found(!files.Dir(j.ProgramFile(QStringLiteral("ZORjuke.ini"))).isEmpty(), "Initialisation file ZORjuke.ini"));
-    line(found(!files.Dir(j.ProgramFile(QStringLiteral("Mp3data1.mdb"))).isEmpty(), "Default Database MP3data1.mdb"));
-    line(QStringLiteral("The Windows directory is: ") + j.shell.WindowsDir);
-    line(QStringLiteral("The Windows System directory is: ") + j.shell.SystemDir);
-    f.ShowMessage(kWhite, QStringLiteral("The Inspector has completed its task"));
-}
-
 void ToggleDirectHelp(Form1& f) {
     Jukebox& j = f.j;
     j.shell.DirectHelp = !j.shell.DirectHelp;

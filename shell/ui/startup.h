@@ -1,6 +1,6 @@
 #pragma once
 // The life of the process: Form1's Load and Unload, the ways out, the skin
-// change, Timer1's empty-catalogue notice and the Inspector.
+// change and Timer1's empty-catalogue notice.
 #include <QString>
 
 namespace zor {
@@ -25,7 +25,6 @@ void ExitProgram(Form1& f, bool fromButton);
 // Ascreen (to the artistic skin) and Picture6 (back to the normal skin).
 void ChangeSkin(Form1& f, bool toArtistic);
 void Timer1Tick(Form1& f);
-void RunInspector(Form1& f);
 void ToggleDirectHelp(Form1& f);
 // Sett3: both grids' widths and the stamp, then the record.
 void SaveAllSettingsFromForm(Form1& f);

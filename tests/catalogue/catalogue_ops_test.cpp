@@ -5,7 +5,12 @@
 #include "tests/support/form_harness.h"
 #include "tests/support/grid_columns.h"
 
+#include "catalogue/ui/song_grid_view.h"
+#include "shell/ui/path_selector.h"
+
+#include <QDir>
 #include <QLineEdit>
+#include <QPushButton>
 
 #include <gtest/gtest.h>
 
@@ -68,6 +73,11 @@ TEST_F(CatalogueTest, CancelAndTheMasterAreRefusedTheMasterByItsExactNameOnly) {
     ASSERT_EQ(h.boxes().shown.size(), 1u);
     EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("ATTENTION!\n\nYou have not selected a valid   \n")));
     EXPECT_EQ(h.j().SongCount, 5);
+    // The catalogue in use keeps its name, and the file operations their target.
+    EXPECT_EQ(h.j().DatabaseFile, catalogue());
+    h.Click("Compact1");
+    EXPECT_EQ(h.boxes().shown.size(), 1u);
+    EXPECT_TRUE(form().Text1->text().startsWith(QStringLiteral("Database ") + catalogue() + QStringLiteral(" has been Compacted")));
 
     h.inst.tp.dialog.names = {h.inst.File(QStringLiteral("Mp3data0.mdb"))};
     h.Click("Open1");
@@ -163,11 +173,65 @@ TEST_F(CatalogueTest, AFileThatIsNoCatalogueLeavesTheEngineHint) {
         EXPECT_TRUE(form().Text1->text().startsWith(QStringLiteral("IN CASE OF OBJECT OR CLASS ERROR")));
         EXPECT_EQ(form().MessageColour(), kDestructive);
         EXPECT_FALSE(form().Data1.IsOpen());
-        EXPECT_EQ(h.j().SongCount, 0);
+        // No catalogue is open: the count is as before the first open, so
+        // the empty-catalogue notice stays away.
+        EXPECT_EQ(h.j().SongCount, 1);
+        EXPECT_EQ(form().Text2->text(), QString());
         // Later work on the store gets a run-time error box, not a crash.
         h.Click("Compact1");
     }
     EXPECT_EQ(FileBytes(junk), QByteArray(5000, 'x'));
+    const size_t boxes = h.boxes().shown.size();
+    h.Tick(250);
+    EXPECT_EQ(h.boxes().shown.size(), boxes);
+}
+
+// ADD on a file that is no catalogue is refused in the message line; the
+// real catalogue opened after it shows all its songs in the grid.
+TEST_F(CatalogueTest, AnImportIntoAFailedOpenIsRefusedAndTheNextOpenShowsItsRows) {
+    StartWith(FiveSongs());
+    const QString junk = h.inst.home + QStringLiteral("/junk.mdb");
+    ASSERT_TRUE(WriteFileBytes(junk, QByteArray(5000, 'x')));
+    h.inst.tp.dialog.names = {junk, catalogue()};
+    h.Click("Open1");
+    h.Click("AddSongs");
+    form().Frame3->SetPath(h.inst.home);
+    form().Frame3->Command16->click();
+    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_EQ(form().Text1->text(), QStringLiteral("No Database opened; ADD aborted!"));
+    EXPECT_EQ(form().MessageColour(), kRed);
+
+    h.Click("Open1");
+    EXPECT_EQ(form().Text1->text(), QStringLiteral("Number of songs is: 5  -  Assorted by: Song"));
+    EXPECT_TRUE(form().MFGrid1.Redraw());
+    EXPECT_TRUE(form().MFGrid1.Visible());
+    EXPECT_EQ(form().MFGrid1View->model()->rowCount(), 5);
+}
+
+// Compaction makes its copy beside the catalogue and renames it over it; a
+// rename that fails (here as across file systems) leaves the catalogue whole
+// and open, with nothing left behind.
+TEST_F(CatalogueTest, ACompactionWhoseRenameFailsKeepsTheCatalogueWhole) {
+    StartWith(FiveSongs());
+    const QString elsewhere = h.inst.home + QStringLiteral("/usb/party.mdb");
+    QDir().mkpath(h.inst.home + QStringLiteral("/usb"));
+    h.inst.tp.dialog.names = {elsewhere};
+    h.Click("Save2");
+    ASSERT_EQ(h.j().DatabaseFile, elsewhere);
+    form().Data1.Delete();
+    h.inst.tp.files.FailNext(QStringLiteral("Rename"), 74);
+    h.Click("Compact1");
+    ASSERT_EQ(h.boxes().shown.size(), 1u);
+    EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '74'")));
+    EXPECT_EQ(Rows(elsewhere), 4u);
+    EXPECT_TRUE(form().Data1.IsOpen());
+    EXPECT_EQ(form().Data1.RecordCount(), 4);
+    EXPECT_EQ(QDir(h.inst.home + QStringLiteral("/usb")).entryList(QDir::Files), QStringList({"party.mdb"}));
+    EXPECT_FALSE(QFile::exists(h.inst.File(QStringLiteral("Mp3comp1.mdb"))));
+
+    h.Click("Compact1");
+    EXPECT_EQ(Rows(elsewhere), 4u);
+    EXPECT_EQ(h.boxes().shown.size(), 1u);
 }
 
 }  // namespace

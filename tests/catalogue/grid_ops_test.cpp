@@ -182,6 +182,47 @@ TEST_F(GridOpsTest, AFailedDeletionLeavesTheTableWhole) {
     EXPECT_EQ(TableColumn(10), QStringList({"1", "2", "3", "4"}));
 }
 
+// A reopen asked for while the marked records are being deleted is refused:
+// it would throw the deletions' transaction away.
+TEST_F(GridOpsTest, ARefreshDuringTheDeletionsIsRefusedAndTheDeletionsLand) {
+    StartWith(Songs(4));
+    for (int r : {1, 3}) grid().SetTextMatrix(r, 12, QStringLiteral("1"));
+    QString refused;
+    h.inst.tp.events.onDoEvents = [&](int) {
+        if (!refused.isNull() || !message().startsWith(QStringLiteral("Deleting selected Records; So far deleted: 1"))) return;
+        h.Click("Refresh1");
+        refused = message();
+    };
+    h.Click("DelRec2");
+    EXPECT_EQ(refused, QStringLiteral("Busy with another task; this one is not started - Please Wait ...."));
+    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_EQ(TableColumn(0), QStringList({"Song 2", "Song 4"}));
+    EXPECT_EQ(TableColumn(10), QStringList({"1", "2"}));
+    EXPECT_EQ(h.j().SongCount, 2);
+}
+
+// New on an empty catalogue counts one song in a grid of only its heading:
+// the walks that trust the count meet the grid's run-time error, in its box,
+// and the grid is shown again afterwards.
+TEST_F(GridOpsTest, WalksPastTheGridsRowsAfterNewRaiseTheGridsErrorAndLeaveItShown) {
+    StartWith({});
+    h.Click("Nieuw");
+    ASSERT_EQ(h.j().SongCount, 1);
+    ASSERT_EQ(grid().Rows(), 1);
+    for (const char* entry : {"DelRec2", "CleSel1"}) {
+        SCOPED_TRACE(entry);
+        h.boxes().shown.clear();
+        h.Click(entry);
+        ASSERT_EQ(h.boxes().shown.size(), 1u);
+        EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '381'"))) << h.boxes().shown[0].text.toStdString();
+        EXPECT_TRUE(grid().Visible());
+        EXPECT_TRUE(grid().Redraw());
+        EXPECT_EQ(h.j().SongCount, 1);
+    }
+    EXPECT_TRUE(h.form().Data1.IsOpen());
+    EXPECT_EQ(h.form().Data1.RecordCount(), 0);
+}
+
 TEST_F(GridOpsTest, ASongFileGoesOnlyOnYesAndWhenNothingHoldsIt) {
     const QString path = h.inst.home + QStringLiteral("/song.mp3");
     ASSERT_TRUE(WriteFileBytes(path, {}));

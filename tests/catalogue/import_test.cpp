@@ -197,5 +197,110 @@ TEST_F(ImportTest, AddOneTakesTheChosenFileOrSaysThereIsNone) {
     EXPECT_EQ(h.form().Text1->text(), QStringLiteral("No Directory (Path) selected; ADD aborted!"));
 }
 
+// A click during the import that would start a second task is refused,
+// with a word in the message line in the language of the moment; the
+// import's songs all land.
+TEST_F(ImportTest, ASecondTaskDuringTheImportIsRefusedAndNoSongIsLost) {
+    for (const char* dir : {"a", "b", "c"}) Write(QString::fromLatin1(dir) + QStringLiteral("/x - y.mp3"), SongBytes());
+    Start();
+    h.inst.tp.dialog.names = {h.inst.home + QStringLiteral("/elsewhere.mdb")};
+    const char* const clicks[] = {"Refresh1", "Open1", "Save1", "Save2", "Clear1", "Compact1", "DelRec2",
+                                  "Nieuw",    "AddSongs", "ClearFill", "Sorter3", "CleSel1", "Command16"};
+    QStringList refusals;
+    bool clicked = false;
+    // At the first chance the import gives: its running text.
+    h.inst.tp.events.onDoEvents = [&](int) {
+        if (clicked || h.form().Text1->text() != QStringLiteral("Loading the Database - Please Wait .....")) return;
+        clicked = true;
+        for (const char* name : clicks) {
+            h.j().Language = refusals.size() % 2 ? QStringLiteral("0") : QStringLiteral("1");
+            h.Click(name);
+            refusals << QString::fromLatin1(name) + u':' + h.form().Text1->text();
+        }
+        h.j().Language = QStringLiteral("1");
+    };
+    Import(root);
+    ASSERT_EQ(refusals.size(), int(std::size(clicks)));
+    for (int i = 0; i < refusals.size(); ++i)
+        EXPECT_EQ(refusals[i], QString::fromLatin1(clicks[i]) + u':' +
+                                   (i % 2 ? QStringLiteral("Bezig met een andere taak; deze wordt niet gestart - Wacht s.v.p. ....")
+                                          : QStringLiteral("Busy with another task; this one is not started - Please Wait ....")));
+    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_EQ(Field(10), QStringList({"1", "2", "3"}));
+    EXPECT_EQ(h.j().SongCount, 3);
+    EXPECT_EQ(h.form().MFGrid1.Rows(), 4);
+    EXPECT_FALSE(QFile::exists(h.inst.home + QStringLiteral("/elsewhere.mdb")));
+}
+
+// A skin change during the import waits until the import is over: the new
+// window then opens the catalogue with every song in it.
+TEST_F(ImportTest, ASkinChangeDuringTheImportComesWhenTheImportIsOver) {
+    for (const char* dir : {"a", "b"}) Write(QString::fromLatin1(dir) + QStringLiteral("/x - y.mp3"), SongBytes());
+    Start();
+    Form1* first = &h.form();
+    bool asked = false;
+    h.inst.tp.events.onDoEvents = [&](int) {
+        if (asked || &h.form() != first) return;
+        asked = true;
+        h.Click("Ascreen");
+        EXPECT_EQ(&h.form(), first);  // still the importing window
+    };
+    Import(root);
+    ASSERT_TRUE(asked);
+    ASSERT_NE(&h.form(), first);
+    EXPECT_EQ(h.j().settings.ArtisticScreen, 1);
+    EXPECT_EQ(h.form().MFGrid1.Rows(), 3);
+    EXPECT_EQ(h.j().SongCount, 2);
+}
+
+// The way out during the import stops the walk at its next point; what it
+// had scanned is kept, numbered.
+TEST_F(ImportTest, LeavingTheProgramStopsTheWalkAndKeepsWhatItHad) {
+    for (const char* dir : {"a", "b", "c"}) Write(QString::fromLatin1(dir) + QStringLiteral("/x - y.mp3"), SongBytes());
+    Start();
+    bool left = false;
+    h.inst.tp.events.onDoEvents = [&](int) {
+        if (left || h.form().Text2->text() != QStringLiteral("1")) return;
+        left = true;
+        h.Click("Exit1");
+    };
+    Import(root);
+    ASSERT_TRUE(left);
+    EXPECT_EQ(h.inst.tp.process.ends, 1);
+    EXPECT_EQ(Field(5), QStringList({root + QStringLiteral("/c/x - y.mp3")}));
+    EXPECT_EQ(Field(10), QStringList({"1"}));
+}
+
+// A file that can't be read is passed over; a directory that can't be
+// listed ends the import with its error, and everything is as before it:
+// the file, the grid's rows, the count. The next import works.
+TEST_F(ImportTest, AReadFailureMidScanPassesTheFileOverAListingFailureUndoesTheImport) {
+    TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), std::vector<SongFields>(2));
+    Write(QStringLiteral("a/1 - one.mp3"), SongBytes("One", "A"));
+    Write(QStringLiteral("a/2 - two.mp3"), SongBytes("Two", "A"));
+    Write(QStringLiteral("b/3 - three.mp3"), SongBytes("Three", "B"));
+    Start();
+    FakeFiles& files = h.inst.tp.files;
+    files.FailOn(QStringLiteral("ReadBytes"), root + QStringLiteral("/a/1 - one.mp3"), 57);
+    Import(root);
+    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_EQ(Field(0).mid(2), QStringList({Padded("Three"), Padded("Two")}));
+
+    const auto before = Rows();
+    files.FailOn(QStringLiteral("Subdirectories"), root + QStringLiteral("/a"), 57);
+    Import(root);  // b is read, then a fails
+    ASSERT_EQ(h.boxes().shown.size(), 1u);
+    EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '57'")));
+    EXPECT_EQ(Rows(), before);
+    EXPECT_EQ(h.j().SongCount, 4);
+    EXPECT_EQ(h.form().MFGrid1.Rows(), 5);
+    EXPECT_EQ(h.form().Text2->text(), QStringLiteral("4"));
+    EXPECT_TRUE(h.form().MFGrid1.Redraw());
+
+    Import(root + QStringLiteral("/b"));
+    EXPECT_EQ(Field(10), QStringList({"1", "2", "3", "4", "5"}));
+    EXPECT_EQ(h.form().MFGrid1.Rows(), 6);
+}
+
 }  // namespace
 }  // namespace zor::testing

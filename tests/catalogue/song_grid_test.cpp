@@ -2,10 +2,12 @@
 // stability, the selected block) and the batching of change notices. The
 // mouse's selection rules are tested through the view.
 #include "catalogue/song_grid.h"
+#include "tests/support/errors.h"
 #include "tests/support/grid_columns.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <tuple>
 
 namespace zor {
@@ -26,6 +28,33 @@ SongGrid GridOf(const QStringList& texts, int col = 1) {
     SongGrid g;
     g.SetAllRows(std::move(rows));
     return g;
+}
+
+// Every access to a row or column the grid doesn't have is its run-time
+// error: 381 for the cells, 30009 and 30010 for the current row and column.
+TEST(SongGridAccess, OutsideTheGridIsTheGridsErrorNeverAReadPastIt) {
+    using testing::ErrorOf;
+    SongGrid g = GridOf({"one"});
+    const struct {
+        const char* what;
+        std::function<void()> call;
+        int error;
+    } cases[] = {
+        {"RowCells(2)", [&] { g.RowCells(2); }, 381},
+        {"RowCells(-1)", [&] { g.RowCells(-1); }, 381},
+        {"TextMatrix(2, 0)", [&] { g.TextMatrix(2, 0); }, 381},
+        {"TextMatrix(1, 13)", [&] { g.SetTextMatrix(1, 13, QStringLiteral("x")); }, 381},
+        {"SetRow(2)", [&] { g.SetRow(2); }, 30009},
+        {"SetRowSel(-1)", [&] { g.SetRowSel(-1); }, 30009},
+        {"SetCol(13)", [&] { g.SetCol(13); }, 30010},
+        {"ColWidth(13)", [&] { g.ColWidth(13); }, 30010},
+        {"Select(0, 0, 5, 0)", [&] { g.Select(0, 0, 5, 0); }, 30009},
+        {"RowCells(1)", [&] { g.RowCells(1); }, 0},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.call), c.error) << c.what;
+    g.SetRows(0);
+    EXPECT_EQ(ErrorOf([&] { g.Text(); }), 381);
+    EXPECT_EQ(ErrorOf([&] { g.SetText(QStringLiteral("x")); }), 381);
 }
 
 void SortColumn(SongGrid& g, int col, int order) {

@@ -241,15 +241,55 @@ TEST_F(StoreTest, RolledBackWritesLeaveTheFileAsItWasNestedCommitsIncluded) {
     TestInstallation::AddSongs(path, Songs(3));
     const QByteArray before = FileBytes(path);
     Open(path);
-    store.BeginTransaction();
-    store.BeginTransaction();  // nested: only the outermost commit counts
-    for (int i = 0; i < 3; ++i) SetNumber(i, 100 + i);
-    store.CommitTransaction();
-    store.SetAbsolutePosition(0);
-    store.Delete();
-    store.RollbackTransaction();
+    {
+        CatalogueStore::Transaction outer(store);
+        {
+            CatalogueStore::Transaction inner(store);  // nested: only the outermost commit counts
+            for (int i = 0; i < 3; ++i) SetNumber(i, 100 + i);
+            inner.Commit();
+        }
+        store.SetAbsolutePosition(0);
+        store.Delete();
+    }  // left without a commit
+    EXPECT_EQ(store.RecordCount(), 3);
     store.Close();
     EXPECT_EQ(FileBytes(path), before);
+}
+
+// Closing or reopening the store under an open transaction is refused and
+// drops nothing: the transaction's writes land at its commit. An inner
+// rollback takes the outer transaction's writes, whose commit then says so.
+TEST_F(StoreTest, AStoreUnderAnOpenTransactionRefusesToCloseAndKeepsTheWork) {
+    Open(path);
+    {
+        CatalogueStore::Transaction transaction(store);
+        store.AddNew();
+        store.SetField(0, QStringLiteral("Kept"));
+        store.Update();
+        EXPECT_EQ(ErrorOf([&] { store.Close(); }), 3246);
+        EXPECT_EQ(ErrorOf([&] { store.Refresh(); }), 3246);
+        EXPECT_TRUE(store.IsOpen());
+        store.AddNew();
+        store.SetField(0, QStringLiteral("Kept too"));
+        store.Update();
+        transaction.Commit();
+    }
+    EXPECT_FALSE(store.InTransaction());
+    store.Close();
+    ASSERT_EQ(TestInstallation::ReadSongs(path).size(), 2u);
+
+    Open(path);
+    CatalogueStore::Transaction outer(store);
+    store.SetAbsolutePosition(0);
+    store.Delete();
+    {
+        CatalogueStore::Transaction inner(store);
+        inner.Rollback();
+    }
+    EXPECT_EQ(ErrorOf([&] { outer.Commit(); }), 3034);
+    EXPECT_EQ(store.RecordCount(), 2);
+    store.Close();
+    EXPECT_EQ(TestInstallation::ReadSongs(path).size(), 2u);
 }
 
 }  // namespace

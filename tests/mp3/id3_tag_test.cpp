@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 // Failures show texts as text.
 static void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
@@ -129,6 +133,25 @@ TEST_F(TagTest, ARecordWithTheMarkerIsWrittenOverTheOldTagWhateverTheCallersChoi
     const QString untagged = Write(audio);
     ASSERT_TRUE(WriteId3Tag(fs, untagged, tag, Id3NewTag::Append));
     EXPECT_EQ(FileBytes(untagged), audio.left(2000 - 128) + TagBytes("Old", "New artist", "Old", "1970", "", 3));
+}
+
+// A write cut short by the file size limit, as by a full disk, leaves the
+// song as it was: no half tag at its end.
+TEST_F(TagTest, ATagWriteCutShortLeavesTheSongAsItWas) {
+    const QByteArray audio = Audio(1000);
+    const QString path = Write(audio);
+    rlimit old{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit cut = old;
+    cut.rlim_cur = 1000 + 60;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &cut), 0);
+    tag.Title = QStringLiteral("Half");
+    const bool written = WriteId3Tag(fs, path, tag, Id3NewTag::AtLastByte);
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, previous);
+    EXPECT_FALSE(written);
+    EXPECT_EQ(FileBytes(path), audio);
 }
 
 TEST_F(TagTest, FieldsAreCutOrPaddedToTheirWidthAndHoldOnlyWindows1252) {

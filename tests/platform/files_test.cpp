@@ -10,9 +10,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <functional>
+
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -143,6 +147,70 @@ TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
     EXPECT_FALSE(QFile::exists(a) || QFile::exists(c));
     EXPECT_EQ(ErrorOf([&] { fs.Kill(d.Path("*.mdb")); }), 53);
     EXPECT_EQ(ErrorOf([&] { fs.Name(src, d.Path("sub")); }), 58);
+}
+
+// A replacement is made beside the target and renamed over it: until then
+// the target is whole, and a write or rename that fails leaves it so, with
+// no scratch behind.
+TEST(FileSystemFiles, AReplacedFileIsTheOldOneWholeUntilTheNewOneIsInPlace) {
+    Scratch s;
+    const QString target = s.Make("song.mp3", "old bytes");
+    struct Way {
+        const char* name;
+        std::function<bool(const QString&)> write;
+        int error;  // the error the replacement raises, 0 for none
+    };
+    const Way ways[] = {
+        {"write says no", [](const QString& scratch) { return QFile(scratch).open(QIODevice::WriteOnly) && false; }, 0},
+        {"write throws", [](const QString&) -> bool { throw RuntimeError(61, QStringLiteral("Disk full")); }, 61},
+        {"rename fails",
+         [&](const QString& scratch) {
+             EXPECT_EQ(QFileInfo(scratch).path(), QFileInfo(target).path());
+             EXPECT_EQ(Scratch::Read(target), "old bytes");
+             QFile f(scratch);
+             f.open(QIODevice::WriteOnly);
+             f.write("new");
+             // Where the rename will find a directory in the target's place.
+             QFile::rename(target, target + QStringLiteral(".kept"));
+             QDir().mkdir(target);
+             QFile::copy(target + QStringLiteral(".kept"), target + QStringLiteral("/x"));
+             return true;
+         },
+         75},
+    };
+    FileSystem fs;
+    for (const Way& way : ways) {
+        SCOPED_TRACE(way.name);
+        bool written = true;
+        EXPECT_EQ(ErrorOf([&] { written = fs.ReplaceFile(target, way.write); }), way.error);
+        if (!way.error) EXPECT_FALSE(written);
+        EXPECT_FALSE(QFile::exists(target + QStringLiteral(".zorcopy")));
+    }
+    QDir(target).removeRecursively();
+    QFile::rename(target + QStringLiteral(".kept"), target);
+    EXPECT_EQ(Scratch::Read(target), "old bytes");
+    EXPECT_TRUE(fs.ReplaceFile(target, [](const QString& scratch) { return QFile::copy(QStringLiteral("/etc/hostname"), scratch); }));
+    EXPECT_EQ(Scratch::Read(target), Scratch::Read(QStringLiteral("/etc/hostname")));
+    FileHold hold(fs, target);
+    EXPECT_EQ(ErrorOf([&] { fs.ReplaceFile(target, [](const QString&) { return true; }); }), 70);
+}
+
+TEST(FileSystemFiles, ReadBytesReadsFromEitherEndShortAtTheEndAndNamesItsFailures) {
+    Scratch s;
+    FileSystem fs;
+    const QString file = s.Make("f.bin", "0123456789");
+    EXPECT_EQ(fs.ReadBytes(file, 7, 128), "789");
+    EXPECT_EQ(fs.ReadBytes(file, 0, 3), "012");
+    EXPECT_EQ(fs.ReadBytes(file, 10, 1), "");
+    EXPECT_EQ(fs.ReadBytes(file, -4, 128), "6789");  // from the end
+    EXPECT_EQ(fs.ReadBytes(file, -128, 128), "0123456789");  // all of a shorter file
+    EXPECT_EQ(ErrorOf([&] { fs.ReadBytes(s.Path("none"), 0, 1); }), 53);
+    QFile(file).setPermissions(QFileDevice::Permissions());
+    if (geteuid() != 0) EXPECT_EQ(ErrorOf([&] { fs.ReadBytes(file, 0, 0); }), 75);
+    EXPECT_EQ(fs.Subdirectories(s.Path("")), QStringList());
+    QDir().mkdir(s.Path("b"));
+    QDir().mkdir(s.Path("A"));
+    EXPECT_EQ(fs.Subdirectories(s.Path("")), QStringList({"A", "b"}));
 }
 
 TEST(BinaryFile, OneBasedPositionsGrowTheFileAndReadShortAtTheEnd) {
