@@ -68,6 +68,20 @@ QStringList FileSystem::Subdirectories(const QString& dir) {
     return out;
 }
 
+QStringList FileSystem::FilesMatching(const QString& dir, const QString& patterns) {
+    QStringList wanted = patterns.split(u';', Qt::SkipEmptyParts);
+    for (QString& p : wanted) {
+        p = p.trimmed();
+        if (p == u"*.*") p = QStringLiteral("*");
+    }
+    if (wanted.isEmpty()) wanted << QStringLiteral("*");
+    QStringList out;
+    for (const QString& p : wanted) out += DirList(dir + u'/' + p);
+    out.removeDuplicates();
+    std::sort(out.begin(), out.end(), CaseInsensitiveLess);
+    return out;
+}
+
 QString FileSystem::Dir(const QString& pattern, int attr) {
     pending_ = DirList(pattern, attr);
     return DirNext();

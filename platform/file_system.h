@@ -39,6 +39,10 @@ public:
     // The subdirectories of `dir`, named and sorted as DirList names and
     // sorts; hidden ones and links that lead nowhere never come.
     virtual QStringList Subdirectories(const QString& dir);
+    // The files of `dir` that match any of the file list's patterns
+    // ("*.mp3;*.wma"; "*.*" and "" mean every file), named and sorted as
+    // DirList names and sorts.
+    QStringList FilesMatching(const QString& dir, const QString& patterns);
 
     virtual bool FileExists(const QString& path);
     virtual bool DirExists(const QString& path);

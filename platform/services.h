@@ -52,6 +52,11 @@ public:
     int FilterIndex = 1;
     virtual void ShowOpen() = 0;
     virtual void ShowSave() = 0;
+    // FileName as a save takes it: a name typed without an extension gets
+    // the chosen filter's ("*.zpl" gives ".zpl"; a filter of every file
+    // gives none), as the old dialogs did, so that the open dialog's filter
+    // finds the file again. "" stays "" (Cancel).
+    QString SaveName() const;
 };
 
 // Now in whole seconds, as VB's Now; Timer in seconds since midnight.

@@ -2,12 +2,23 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QEventLoop>
 #include <QTimer>
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace zor {
+
+QString CommonDialog::SaveName() const {
+    if (FileName.isEmpty() || !QFileInfo(FileName).suffix().isEmpty()) return FileName;
+    const QStringList parts = Filter.split(u'|');
+    const qsizetype at = 2 * qsizetype(FilterIndex - 1) + 1;
+    if (FilterIndex < 1 || at >= parts.size()) return FileName;
+    const QString pattern = parts[at].section(u';', 0, 0).trimmed();
+    if (!pattern.startsWith(QStringLiteral("*.")) || pattern.indexOf(u'*', 1) >= 0 || pattern.contains(u'?')) return FileName;
+    return FileName + pattern.mid(1);
+}
 
 QDateTime SystemClock::Now() {
     QDateTime now = QDateTime::currentDateTime();

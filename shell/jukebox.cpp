@@ -1,11 +1,19 @@
 #include "shell/jukebox.h"
 
+#include "platform/nul_text.h"
 #include "platform/paths.h"
 
 namespace zor {
 
 QString Jukebox::MapPath(const QString& windowsPath) const {
     return MapWindowsPath(windowsPath, platform.environment.HomeDirectory());
+}
+
+QString Jukebox::SongFileOnDisk(QStringView cell) const {
+    const QString path = TrimmedBeforeNul(cell);
+    const bool drive = path.size() >= 3 && path[0].isLetter() && path[0].unicode() < 128 && path[1] == u':' &&
+                       path[2] == u'\\';
+    return drive ? MapPath(path) : path;
 }
 
 void Jukebox::StartMessage(const QString& heading) { MessageBuffer = heading + u'\n' + u'\n'; }

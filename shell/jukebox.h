@@ -98,10 +98,18 @@ struct Jukebox {
     QString Lang(const QString& english, const QString& dutch) const {
         return Language == QStringLiteral("0") ? dutch : english;
     }
+    // The same for texts kept in tables of UTF-8 literals.
+    QString Lang(const char* english, const char* dutch) const {
+        return QString::fromUtf8(Language == QStringLiteral("0") ? dutch : english);
+    }
     // A file in the program directory.
     QString ProgramFile(const QString& name) const { return ProgramDir + u'/' + name; }
     // A Windows path from the settings or a default, on this machine.
     QString MapPath(const QString& windowsPath) const;
+    // A song's path from a grid cell as the file functions take it: up to
+    // its first zero, trimmed of blanks, and a drive-letter path (from a
+    // catalogue or playlist made on Windows) mapped as the settings' are.
+    QString SongFileOnDisk(QStringView cell) const;
 
     // Message boxes: the buffer is built line by line, the picture windows are
     // hidden, then the box is shown with the given title.

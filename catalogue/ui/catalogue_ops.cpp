@@ -79,7 +79,7 @@ void OpenDatabase(Form1& f) {
         return;
     }
     j.SongCount = std::max(f.MFGrid1.Rows() - 1, 0);
-    f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.SongCount);
+    f.ShowTotal(j.SongCount);
     // With "No sorting" the first open keeps the table's order, but later
     // opens in the same run sort all the same, on SortAtStartCopy: column 0
     // until a click sorts by another. Kept on purpose.
@@ -159,8 +159,9 @@ void SaveDatabaseAs(Form1& f) {
     d.FileName.clear();
     d.DialogTitle = QStringLiteral("ZOR JUKEBOX: Save Database As...");
     d.Filter = kMdbFilter;
+    d.FilterIndex = 1;
     d.ShowSave();
-    const QString target = d.FileName;
+    const QString target = d.SaveName();
     if (target.isEmpty()) {
         j.StartMessage(j.Lang(QStringLiteral("ATTENTION!"), QStringLiteral("ATTENTIE!")));
         j.AddMessageLine(j.Lang(QStringLiteral("You have not selected a valid  "), QStringLiteral("U heeft geen geldige database  ")));

@@ -35,7 +35,7 @@ void ClickGrid(Form1& f) {
     SongGrid& g = f.MFGrid1;
     j.grid.GridRow = g.Row();
     j.grid.GridCol = g.Col();
-    f.ShowCount(j.Lang(QStringLiteral("     Record:"), QStringLiteral("     Regel:")), g.Row());
+    f.ShowRecordNumber(g.Row());
     // A click on a heading selects the whole column, as does one in the last row.
     const bool onHeading = f.MFGrid1View->MouseRow() == 0;
     if (g.Row() == j.SongCount || onHeading) {

@@ -74,9 +74,7 @@ bool PassesFilter(const Settings& s, const QString& name) {
 // The count line follows the scan. It is shown whenever events go through,
 // which is when the user can see it; setting it for every file cost more
 // than reading the file.
-void ShowTotal(Form1& f) {
-    f.ShowCount(f.j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), f.j.SongCount);
-}
+void ShowTotal(Form1& f) { f.ShowTotal(f.j.SongCount); }
 
 // The tag at the end of a file, when the file is long enough to hold one.
 // Returns false when the file can't be read (gone since the listing,

@@ -27,10 +27,6 @@ const DoubleSortTexts kDoubleSorts[] = {
      "Sorting by Slyle and Song done.", "Sorteren op Stijl en Song gereed."},
 };
 
-QString Lang(const Jukebox& j, const char* english, const char* dutch) {
-    return j.Lang(QString::fromUtf8(english), QString::fromUtf8(dutch));
-}
-
 // The table row that a grid row shows, found by its record number.
 void GoToRecordOfRow(Form1& f, int row) {
     const int record = vb::CLng(vb::Val(f.MFGrid1.TextMatrix(row, kRecordNumberField + 1)));
@@ -72,7 +68,7 @@ void DoubleSort(Form1& f, int column) {
     // below, the titles within each run of equal keys.
     g.SetCol(column);
     g.Sort(direction);
-    f.ShowWorking(kYellow, Lang(j, texts->runningEnglish, texts->runningDutch));
+    f.ShowWorking(kYellow, j.Lang(texts->runningEnglish, texts->runningDutch));
     {
         QuietGrid hidden(g, QuietGrid::Hidden);
         f.ProgressBar1->setRange(0, int(vb::Int(j.SongCount / 10.0)) + 1);
@@ -97,7 +93,7 @@ void DoubleSort(Form1& f, int column) {
         f.ProgressBar1->setValue(0);
     }
     g.SetVisible(true);
-    f.ShowMessage(kYellow, Lang(j, texts->doneEnglish, texts->doneDutch));
+    f.ShowMessage(kYellow, j.Lang(texts->doneEnglish, texts->doneDutch));
 }
 
 void DeleteRecord(Form1& f) {

@@ -20,8 +20,8 @@ Mp3Analysis AnalyseOnGrid(Form1& f, SongGrid& grid, Mp3Caller caller, const Song
     // The path is a file name here: a playlist's cells keep the blanks of
     // their .zpl fields, and a zero ends a name. "XXX" stays the flag.
     o.SongPathOverride = request.SongPathOverride == u"XXX" ? request.SongPathOverride
-                                                           : TrimmedBeforeNul(request.SongPathOverride);
-    o.CurrentCell = TrimmedBeforeNul(grid.Text());
+                                                           : j.SongFileOnDisk(request.SongPathOverride);
+    o.CurrentCell = j.SongFileOnDisk(grid.Text());
     o.ShowSongInfoLine = request.ShowSongInfoLine;
     o.InventoryRun = request.InventoryRun;
     const Mp3Analysis result = AnalyseMp3File(j, j.Mp3Info, o);
@@ -50,7 +50,7 @@ Mp3Analysis AnalysePlaylistSong(Form1& f, const SongAnalysisRequest& request) {
 Mp3Analysis AnalyseForFileWindow(Form1& f) {
     Mp3AnalysisOptions o;
     o.caller = Mp3Caller::FileWindow;
-    o.CurrentCell = TrimmedBeforeNul(f.MFGrid1.Text());
+    o.CurrentCell = f.j.SongFileOnDisk(f.MFGrid1.Text());
     const Mp3Analysis result = AnalyseMp3File(f.j, f.j.Mp3Info, o);
     if (result.outcome == Mp3Outcome::Analysed) f.MFGrid1.SetCol(1);
     return result;
@@ -62,7 +62,7 @@ EditorAnalysis AnalyseForEditor(Form1& f) {
     grid.SetCol(kPathColumn);
     Mp3AnalysisOptions o;
     o.caller = Mp3Caller::Editor;
-    o.CurrentCell = TrimmedBeforeNul(grid.Text());
+    o.CurrentCell = j.SongFileOnDisk(grid.Text());
     EditorAnalysis e{AnalyseMp3File(j, j.Mp3Info, o), {}};
     if (e.analysis.outcome != Mp3Outcome::Analysed) return e;
     e.encodingText = j.Mp3Info.EncodingText + QStringLiteral(" kb/s.");

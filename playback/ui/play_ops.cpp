@@ -41,8 +41,6 @@ bool LetEventsThrough(Form1& f) {
 
 bool Artistic(const Jukebox& j) { return j.settings.ArtisticScreen == 1; }
 
-// The record label of the count line, beside the row being played.
-QString RecordLabel(const Jukebox& j) { return j.Lang(QStringLiteral("     Record:"), QStringLiteral("     Regel:")); }
 
 void HideLyricsAndPicture(Form1& f) {
     HideCompanion(f, 3);
@@ -212,7 +210,7 @@ PlayedBy StartPlayer(Form1& f, SongGrid& grid) {
         return PlayedBy::Outside;
     }
     // The cell may come padded from a .zpl record, or with a tag's zeros.
-    const SongFileParts parts = SplitSongPath(TrimmedBeforeNul(grid.Text()));
+    const SongFileParts parts = SplitSongPath(j.SongFileOnDisk(grid.Text()));
     const QString path = parts.directory + parts.fileName;
     if (choice == 4) {
         OpenInInternalPlayer(f, path);
@@ -222,7 +220,16 @@ PlayedBy StartPlayer(Form1& f, SongGrid& grid) {
     // The desktop's program for the file type. Where the desktop has none,
     // as on many a new user's system, the song would play unheard: the
     // internal player takes it instead.
-    if (j.platform.desktop.Open(path)) return PlayedBy::Outside;
+    if (j.platform.desktop.Open(path)) {
+        // An earlier song may have fallen back to the internal player; it
+        // must not play on under the desktop's.
+        if (!j.engine.CurrentSongPath.isEmpty()) {
+            f.MediaPlayer1->Stop();
+            f.Frame8->hide();
+            j.engine.CurrentSongPath.clear();
+        }
+        return PlayedBy::Outside;
+    }
     OpenInInternalPlayer(f, path);
     return PlayedBy::DesktopRefused;
 }
@@ -251,7 +258,7 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     }
     if (s.MusicCentral == 1 && j.DriveMusicCentral) j.DriveMusicCentral(grid);
     if (s.ShowFirst == 1 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
-    f.ShowCount(RecordLabel(j), grid.Row());
+    f.ShowRecordNumber(grid.Row());
 
     grid.SetCol(6);
     const SongAnalysisRequest request = SongStartRequest();

@@ -11,14 +11,10 @@
 namespace zor {
 namespace {
 
-void ShowTotal(Form1& f) {
-    f.ShowCount(f.j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), f.j.PlaylistEnd - 1);
-}
-
 void MakePlaylist(Form1& f, int16_t playMode) {
     Jukebox& j = f.j;
     f.Picture1->hide();
-    ShowTotal(f);
+    f.ShowTotal(j.PlaylistEnd - 1);
     j.PlayMode = playMode;
     j.IntroOnly = 0;
     j.SkipCommand = 0;

@@ -53,20 +53,7 @@ void Tell(Jukebox& j, const Box& box) {
     j.ShowMessageBuffer(vbCritical | vbOKOnly);
 }
 
-// The extension of the dialog's chosen filter ("*.zpl" gives ".zpl"), or ""
-// for a filter of every file.
-QString ChosenExtension(const CommonDialog& d) {
-    const QStringList parts = d.Filter.split(u'|');
-    const qsizetype at = 2 * qsizetype(d.FilterIndex - 1) + 1;
-    if (d.FilterIndex < 1 || at >= parts.size()) return {};
-    const QString pattern = parts[at].section(u';', 0, 0).trimmed();
-    if (!pattern.startsWith(QStringLiteral("*.")) || pattern.indexOf(u'*', 1) >= 0 || pattern.contains(u'?')) return {};
-    return pattern.mid(1);
-}
-
 // The save dialog of both formats; returns the chosen name, "" for Cancel.
-// A name typed without an extension gets the chosen filter's, so that the
-// open dialog's filter finds the file again.
 QString AskSaveName(Form1& f, const QString& title, const QString& filter) {
     CommonDialog& d = f.j.platform.dialog;
     d.InitDir = f.j.ProgramDir + u'/';
@@ -74,8 +61,7 @@ QString AskSaveName(Form1& f, const QString& title, const QString& filter) {
     d.Filter = filter;
     d.FilterIndex = 1;
     d.ShowSave();
-    if (d.FileName.isEmpty() || !QFileInfo(d.FileName).suffix().isEmpty()) return d.FileName;
-    return d.FileName + ChosenExtension(d);
+    return d.SaveName();
 }
 
 // An M3U file is known by its name alone: at least five characters ending
@@ -130,7 +116,7 @@ void ReadZpl(Form1& f) {
     // Loaded, not started: the caller or the user starts it.
     f.ShowMessage(f.MessageColour(), j.Lang(QStringLiteral("Playlist now loaded. "), QStringLiteral("Playlist is nu geladen. ")));
     j.platform.events.DoEvents();
-    f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistEnd);
+    f.ShowTotal(j.PlaylistEnd);
 }
 
 }  // namespace
@@ -229,7 +215,7 @@ void WriteM3u(Form1& f) {
         for (int32_t i = 1; i < j.PlaylistEnd; ++i) {
             list.SetRow(i);
             list.SetCol(6);
-            const QString path = list.Text();
+            const QString path = j.SongFileOnDisk(list.Text());
             // The analyser looks at MFGrid1's current cell, not at this row:
             // the seconds are whatever it leaves, which players shrug off.
             AnalyseGridSong(f, SongStartRequest());

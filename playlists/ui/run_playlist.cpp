@@ -88,7 +88,7 @@ void RunPlaylist(Form1& f) {
             list.SetTopRow(j.PlaylistPosition - 1);
             j.companion.ScrollHold = 0;
         }
-        f.ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), j.PlaylistPosition);
+        f.ShowTotal(j.PlaylistPosition);
         list.SetRow(j.PlaylistPosition);
         // Returns when the song is over, cut short or skipped for a fault.
         const bool played = PlayGridRow(f, list);

@@ -47,11 +47,11 @@ void App::ReportFontStandIns() {
 
 void App::Reload() {
     // The old window may be the one whose handler asked for this; it goes
-    // once control has left it.
+    // once control has left all of its handlers.
     j.shell.MainWindowReloading = true;
     if (form_) {
         form_->Unload();
-        form_.release()->deleteLater();
+        form_.release()->Retire();
     }
     j.shell.MainWindowReloading = false;
     Start();

@@ -31,6 +31,13 @@ namespace zor {
 
 template <typename F>
 void Form1::On(F&& operation) {
+    struct Running {
+        Form1& f;
+        explicit Running(Form1& form) : f(form) { ++f.handlersRunning_; }
+        ~Running() {
+            if (--f.handlersRunning_ == 0 && f.retired_) f.deleteLater();
+        }
+    } running(*this);
     Guarded(j.platform.messages, std::forward<F>(operation), j.HidePictureForms);
 }
 
@@ -159,7 +166,7 @@ void Form1::BuildPanels() {
         f->hide();
         return f;
     };
-    Frame3 = new PathSelector(centralWidget());
+    Frame3 = new PathSelector(j.platform.files, centralWidget());
     Frame3->hide();
     connect(Frame3->Command15, &QPushButton::clicked, this, [this] { Run(InsertChosenPath); });
     connect(Frame3->Command16, &QPushButton::clicked, this, [this] { Run(ScanSelectedPath); });
@@ -249,6 +256,20 @@ QColor Form1::MessageColour() const { return Text1->palette().color(QPalette::Ba
 void Form1::ShowCount(const QString& label, qint64 count) {
     Lable1->setText(label);
     Text2->setText(QString::number(count));
+}
+
+void Form1::ShowTotal(qint64 count) {
+    ShowCount(j.Lang(QStringLiteral("     Total:"), QStringLiteral("     Totaal:")), count);
+}
+
+void Form1::ShowRecordNumber(qint64 row) {
+    ShowCount(j.Lang(QStringLiteral("     Record:"), QStringLiteral("     Regel:")), row);
+}
+
+void Form1::Retire() {
+    retired_ = true;
+    hide();
+    if (handlersRunning_ == 0) deleteLater();
 }
 
 void Form1::Unload() {

@@ -98,6 +98,10 @@ public:
     void SetProgress(int value);
     // The count line: the label word and the number.
     void ShowCount(const QString& label, qint64 count);
+    // The count line as "Total:" of songs or playlist rows, or as the
+    // "Record:" of the row that plays or was clicked.
+    void ShowTotal(qint64 count);
+    void ShowRecordNumber(qint64 row);
 
     // Runs an operation as an event does: a run-time error shows its box
     // and ends only that operation.
@@ -106,6 +110,11 @@ public:
     // Unloads the window: the Unload handler runs, then the window closes.
     void Unload();
     bool Unloaded() const { return unloaded_; }
+    // A reload has replaced the window: it hides, and deletes itself once
+    // none of its own handlers is running any more. A song or a walk that
+    // let a skin change through is still on the stack inside one of them,
+    // and the toolkit's frames below it still use the window.
+    void Retire();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -122,6 +131,8 @@ private:
     void On(F&& operation);
     bool unloading_ = false;
     bool unloaded_ = false;
+    bool retired_ = false;
+    int handlersRunning_ = 0;
 };
 
 // The captions, button legend and tips in the current language; start-up

@@ -85,7 +85,7 @@ void LayOutForm1(Form1& f) {
     f.Frame3->setGeometry(8, gridTop + 24, std::min(640, gridWidth - 16), 320);
     // The artistic skin's place of the player's frame lies under the bar,
     // which has grown over it: there it stands right of the bar.
-    if (j.settings.PlayerChoice == 4 && j.settings.ArtisticScreen == 1)
+    if (j.settings.ArtisticScreen == 1)
         f.Frame8->move(f.Frame2->geometry().right() + 8, 2 + (barHeight - f.Frame8->height()) / 2);
 }
 

@@ -1,5 +1,6 @@
 #include "shell/ui/path_selector.h"
 
+#include "platform/file_system.h"
 #include "shell/ui/form1.h"
 
 #include <QComboBox>
@@ -9,22 +10,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QRegularExpression>
 
 namespace zor {
-namespace {
-
-// Names in the order the old list controls showed them: without regard to
-// case, and no "." or "..".
-QStringList Entries(const QString& dir, QDir::Filters kind, const QString& pattern = {}) {
-    QDir d(dir);
-    if (!pattern.isEmpty() && pattern != QStringLiteral("*.*")) d.setNameFilters(pattern.split(u';', Qt::SkipEmptyParts));
-    return d.entryList(kind | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
-}
-
-}  // namespace
-
-PathSelector::PathSelector(QWidget* parent) : QFrame(parent) {
+PathSelector::PathSelector(FileSystem& files, QWidget* parent) : QFrame(parent), files_(files) {
     setObjectName(QStringLiteral("Frame3"));
     setFrameShape(QFrame::Box);
     setAutoFillBackground(true);
@@ -71,7 +59,7 @@ void PathSelector::FillDrives(const QString& home) {
     drvList->clear();
     QStringList places = {QStringLiteral("/"), home};
     for (const QString& base : {QStringLiteral("/media"), QStringLiteral("/mnt"), QStringLiteral("/media/") + QDir(home).dirName()})
-        for (const QString& name : Entries(base, QDir::Dirs)) places << base + u'/' + name;
+        for (const QString& name : files_.Subdirectories(base)) places << base + u'/' + name;
     places.removeDuplicates();
     for (const QString& place : places)
         if (QDir(place).exists()) drvList->addItem(place, place);
@@ -116,11 +104,11 @@ void PathSelector::Fill() {
         up->setData(Qt::UserRole, QDir::cleanPath(path_ + QStringLiteral("/..")));
     }
     // An unreadable directory simply lists nothing.
-    for (const QString& name : Entries(path_, QDir::Dirs)) {
+    for (const QString& name : files_.Subdirectories(path_)) {
         auto* item = new QListWidgetItem(name, dirList);
         item->setData(Qt::UserRole, path_ == QStringLiteral("/") ? u'/' + name : path_ + u'/' + name);
     }
-    filList->addItems(Entries(path_, QDir::Files, txtSearchSpec->text()));
+    filList->addItems(files_.FilesMatching(path_, txtSearchSpec->text()));
     if (sameDirectory && !chosen.isEmpty())
         if (const auto found = filList->findItems(chosen, Qt::MatchExactly); !found.isEmpty()) filList->setCurrentItem(found[0]);
 }

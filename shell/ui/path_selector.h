@@ -13,6 +13,7 @@ class QPushButton;
 
 namespace zor {
 
+class FileSystem;
 class Form1;
 
 // Browse1: the selector, showing every file, for finding a file name.
@@ -24,7 +25,8 @@ void InsertChosenPath(Form1& f);
 class PathSelector : public QFrame {
     Q_OBJECT
 public:
-    explicit PathSelector(QWidget* parent = nullptr);
+    // Lists through `files`, as every other walk of the disk does.
+    PathSelector(FileSystem& files, QWidget* parent);
 
     QComboBox* drvList;
     QListWidget* dirList;
@@ -47,6 +49,7 @@ public:
 
 private:
     void Fill();
+    FileSystem& files_;
     QString path_;
 };
 

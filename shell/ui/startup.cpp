@@ -85,14 +85,12 @@ void ReadScreenSize(Jukebox& j) {
     j.shell.ScreenHeightPx = s.height();
 }
 
-// The frame of the internal player.
+// The frame of the internal player. It is placed even when another player
+// is chosen: a song the desktop has no program for falls back to the
+// internal player, whose frame must then come up in its own place.
 void PlacePlayerFrame(Form1& f) {
     Jukebox& j = f.j;
-    if (j.settings.PlayerChoice != 4) {
-        f.Frame8->hide();
-        return;
-    }
-    f.Frame8->show();
+    f.Frame8->setVisible(j.settings.PlayerChoice == 4);
     QPalette p = f.Frame8->palette();
     if (j.settings.ArtisticScreen == 0) {
         p.setColor(QPalette::Window, f.Frame2->palette().color(QPalette::Window));

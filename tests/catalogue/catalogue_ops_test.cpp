@@ -99,8 +99,9 @@ TEST_F(CatalogueTest, CancelAndTheMasterAreRefusedTheMasterByItsExactNameOnly) {
 
 TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoNewSongsAndClearingGoOnlyThere) {
     StartWith(FiveSongs());
+    // Typed without an extension: the dialog's filter gives it ".mdb".
     const QString copy = h.inst.home + QStringLiteral("/party.mdb");
-    h.inst.tp.dialog.names = {copy};
+    h.inst.tp.dialog.names = {h.inst.home + QStringLiteral("/party")};
     h.Click("Save2");
     EXPECT_EQ(h.inst.tp.dialog.calls.back().title, QStringLiteral("ZOR JUKEBOX: Save Database As..."));
     EXPECT_EQ(h.j().DatabaseFile, copy);

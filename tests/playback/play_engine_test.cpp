@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
@@ -285,6 +286,30 @@ TEST_F(PlayEngineTest, LyricsScrollWithTheSongOnlyWhenLongerThanTenLines) {
     }
 }
 
+TEST_F(PlayEngineTest, ASkinChangeDuringASongEndsItAndTheOldWindowOutlivesItsOwnHandler) {
+    Start();
+    QPointer<Form1> old(&f());
+    bool changed = false, outlived = false;
+    during = [&](double second) {
+        if (second < 3 || changed) return;
+        changed = true;
+        h.Click("Ascreen");
+        // A real let-through carries out the deletions posted meanwhile.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        outlived = !old.isNull();
+    };
+    f().MFGrid1.SetRow(1);
+    startTimer = h.inst.tp.clock.timer;
+    old->Run(DoubleClickCatalogueGrid);
+    ASSERT_TRUE(changed);
+    EXPECT_TRUE(outlived);
+    EXPECT_LT(Second(), 10);  // the song ended with its window
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(old.isNull());
+    EXPECT_EQ(j().settings.ArtisticScreen, 1);
+    EXPECT_TRUE(f().isVisible());
+}
+
 TEST_F(PlayEngineTest, ADoubleClickDuringASongPlaysOnTopAndBothEnd) {
     Start();
     int nested = 0;
@@ -352,16 +377,21 @@ TEST_F(PlayEngineTest, WithoutADesktopProgramPcDefaultPlaysTheSongOnTheInternalP
         EXPECT_EQ(player().PlayState(), mpPlaying);
         EXPECT_EQ(Second(), 0);  // no settle wait: the engine sees this player
         EXPECT_EQ(f().Text1->text(), c.line);
+        // The player's frame comes up in its own place, not over the bar.
+        EXPECT_TRUE(f().Frame8->isVisible());
+        EXPECT_EQ(f().Frame8->pos(), QPoint(616, 8));
     }
     const QString line = QStringLiteral("> Tune - Band,  96 kb/s.; Length: 1:05");
 
-    // A desktop that takes the song leaves the internal player alone.
+    // A desktop that takes the song leaves the internal player silent.
     h.inst.tp.desktop.succeed = true;
     player().calls.clear();
     j().Language = QStringLiteral("1");
     during = [this](double) { h.Tick(1); };
     DoubleClick(1);
     EXPECT_EQ(player().calls.filter(QStringLiteral("Open")), QStringList());
+    EXPECT_NE(player().PlayState(), mpPlaying);
+    EXPECT_FALSE(f().Frame8->isVisible());
     EXPECT_EQ(f().Text1->text(), line);
 }
 

@@ -139,6 +139,32 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingAndItsEntr
     EXPECT_EQ(ColumnTexts(f().MFgrid2, 2), (QStringList{"Caf\u00e9 Trio", "ABBA"}));
 }
 
+TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirectoryAndHandsThemOnSo) {
+    StartWith({"ABBA - Waterloo.mp3"});
+    Mark({1});
+    h.Click("Playlist2");
+    const QString zpl = h.inst.File(QStringLiteral("old.zpl"));
+    ChooseInDialog(zpl);
+    h.Click("Save4");
+    h.Click("Playlist4");
+    // The list as the jukebox wrote it on Windows: the song on drive D.
+    QByteArray record = FileBytes(zpl);
+    const QByteArray windowsPath = "D:\\ABBA - Waterloo.mp3";
+    record.replace(140, 100, windowsPath + QByteArray(100 - windowsPath.size(), ' '));
+    ASSERT_TRUE(WriteFileBytes(zpl, record));
+
+    stopAfter = 1;
+    ChooseInDialog(zpl);
+    h.Click("Open2");
+    EXPECT_EQ(opened, (QStringList{paths[0]}));
+    EXPECT_TRUE(h.boxes().shown.empty());
+    // Another program gets the song where it lies on this machine.
+    const QString m3u = h.inst.File(QStringLiteral("old.m3u"));
+    ChooseInDialog(m3u);
+    h.Click("Save5");
+    EXPECT_TRUE(FileBytes(m3u).contains("\r\n" + paths[0].toUtf8() + "\r\n"));
+}
+
 TEST_F(PlaylistRoadTest, ReadingTheProgramsOwnM3uEndsSilentlyWithNoPlaylist) {
     StartWith({"ABBA - Waterloo.mp3", "Cher - Believe.mp3"});
     Mark({2, 1});
