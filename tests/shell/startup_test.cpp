@@ -269,11 +269,15 @@ TEST(StartUp, ARunTimeErrorInTheLoadShowsItsBoxAfterHidingThePicturesAndTheProgr
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-// One setting the whole way: a column's width dragged by the user, saved with
-// the settings, and shown at the next start of the program.
-TEST(SettingsRoad, AColumnDraggedWiderIsSavedAndShownAtTheNextStart) {
+// Settings the whole way: a column's width dragged by the user, saved with
+// the settings, and shown at the next start; the installation's drive-letter
+// defaults kept through that start and save, and the lyrics looked for where
+// "C:\Lyrics" stands on this machine: the user's home.
+TEST(SettingsRoad, AColumnDraggedWiderIsSavedAndShownAtTheNextStartAndDefaultPathsStayAsWritten) {
     FormHarness h;
-    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Song", "Artist"}});
+    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Tune", "Band", "", "", "", "/music/Tune.mp3"}});
+    ASSERT_TRUE(QDir().mkpath(h.inst.home + "/Lyrics"));
+    ASSERT_TRUE(WriteFileBytes(h.inst.home + "/Lyrics/Tune.txt", "la la la\r\n"));
     ASSERT_TRUE(h.Start());
     QHeaderView* header = h.form().MFGrid1View->horizontalHeader();
     const int before = header->sectionSize(3);
@@ -286,22 +290,10 @@ TEST(SettingsRoad, AColumnDraggedWiderIsSavedAndShownAtTheNextStart) {
     QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, QPoint(border + 57, y));
     ASSERT_EQ(header->sectionSize(3), before + 57);
     h.Click("Sett3");
+    EXPECT_EQ(h.inst.ReadSettings().LyricsPath.Trimmed(), "C:\\Lyrics");
 
     ASSERT_TRUE(h.Start());
     EXPECT_EQ(h.form().MFGrid1View->columnWidth(3), before + 57);
-}
-
-// The installation's record keeps its drive-letter defaults, through a start
-// and a save, and the lyrics are looked for where "C:\Lyrics" stands on this
-// machine: the user's home.
-TEST(StartUp, DefaultPathsStayAsWrittenAndAreMappedWhereUsed) {
-    FormHarness h;
-    TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"), {SongFields{"Tune", "Band", "", "", "", "/music/Tune.mp3"}});
-    ASSERT_TRUE(QDir().mkpath(h.inst.home + "/Lyrics"));
-    ASSERT_TRUE(WriteFileBytes(h.inst.home + "/Lyrics/Tune.txt", "la la la\r\n"));
-    ASSERT_TRUE(h.Start());
-    h.Click("Sett3");
-    EXPECT_EQ(h.inst.ReadSettings().LyricsPath.Trimmed(), "C:\\Lyrics");
     h.form().MFGrid1.SetRow(1);
     h.Click("Lyr1");
     EXPECT_EQ(h.form().companions->Form3().Face()->toPlainText(), "la la la\n");
