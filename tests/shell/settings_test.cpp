@@ -6,8 +6,8 @@
 #include "shell/jukebox.h"
 #include "shell/settings.h"
 #include "shell/settings_file.h"
+#include "tests/support/disk_files.h"
 
-#include <QFile>
 #include <QtEndian>
 
 #include <limits>
@@ -20,17 +20,6 @@ namespace {
 
 int16_t I16(const QByteArray& b, int at) { return qFromLittleEndian<int16_t>(b.constData() + at); }
 int32_t I32(const QByteArray& b, int at) { return qFromLittleEndian<int32_t>(b.constData() + at); }
-
-QByteArray FileBytes(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-void WriteBytes(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
-}
 
 constexpr int T = 384;  // the byte after the third font name, when each is "Arial"
 
@@ -134,7 +123,7 @@ TEST_F(SettingsFileTest, LoadTakesWhatTheFileHoldsAndKeepsTheRest) {
     for (const Damage& d : {Damage{"empty", {}}, Damage{"cut inside MusicMatchPath", EncodeSettings(file).left(100)},
                             Damage{"font name too long", bad}}) {
         SCOPED_TRACE(d.what);
-        WriteBytes(ini, d.bytes);
+        ASSERT_TRUE(WriteFileBytes(ini, d.bytes));
         j.settings = mine;
         EXPECT_TRUE(LoadSettings(j));
         // The old font names are let go first; a field is taken whole or not at all.
