@@ -14,10 +14,8 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFrame>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QImage>
