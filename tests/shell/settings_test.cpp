@@ -230,16 +230,14 @@ TEST_F(SettingsFileTest, AUserPathThatCannotFitIsRefusedNeverCut) {
 }
 
 // Start-up takes what a record holds but the program can't use as the
-// nearest usable value (the start itself is tested with the window); what is
-// usable stays as it is.
+// nearest usable value (the sort fields, and the start itself, are tested
+// with the window); what is usable stays as it is.
 TEST(SettingsRecord, UnusableValuesBecomeTheNearestUsableOnes) {
     Settings s, usable;
     ApplyFirstUseDefaults(s);
     MakeSettingsUsable(usable = s);
     EXPECT_EQ(EncodeSettings(usable), EncodeSettings(s));
 
-    s.SortAtStart = 13;
-    s.SortDirection = 0;
     s.PlaylistColumnWidth[5] = -2147483647 - 1;
     s.PlaylistColumnWidth[6] = 30001;
     s.GridFontSize = std::numeric_limits<double>::quiet_NaN();
@@ -247,8 +245,6 @@ TEST(SettingsRecord, UnusableValuesBecomeTheNearestUsableOnes) {
     s.PrinterFontName = "   ";
     s.LyricsFontColour = -1;
     MakeSettingsUsable(s);
-    EXPECT_EQ(s.SortAtStart, 12);
-    EXPECT_EQ(s.SortDirection, 1);
     EXPECT_EQ(s.PlaylistColumnWidth[5], 0);
     EXPECT_EQ(s.PlaylistColumnWidth[6], 30000);
     EXPECT_EQ(s.GridFontSize, 10);
