@@ -1,12 +1,9 @@
 // Real MP3 files, encoded at test time from a five-second tone: MPEG-1 at
 // 32000, 44100 and 48000 Hz and MPEG-2 at 22050 Hz, mono and stereo, with
-// and without CRC, and lame's own end tag. What the analyser
-// says of each is worked out here by hand from the header lame writes and
-// the one bit-rate table.
-#include "mp3/id3_tag.h"
+// and without CRC. What the analyser says of each is worked out here by hand
+// from the header lame writes and the one bit-rate table.
 #include "mp3/mp3_frame.h"
 #include "platform/file_system.h"
-#include "platform/vb.h"
 #include "tests/support/audio_tools.h"
 
 #include <QFile>
@@ -70,17 +67,6 @@ TEST_F(EncodedFileTest, LamesHeadersReadAsTheTablesSayAndTheLengthIsTheToneTimed
         EXPECT_EQ(info.DurationSeconds, e.seconds);
         EXPECT_EQ(info.DurationText, QStringLiteral("0:0%1").arg(e.seconds));
     }
-}
-
-TEST_F(EncodedFileTest, LamesEndTagIsReadFieldByField) {
-    const QString path = Encode(44100, 2, {"-b", "128", "--id3v1-only", "--tt", "A Title", "--ta", "An Artist", "--ty",
-                                           "1999", "--tg", "Rock"});
-    Id3TagRecord tag;
-    ASSERT_TRUE(ReadId3Tag(fs, path, tag));
-    EXPECT_EQ(vb::RTrim(tag.Title.Text()).remove(QChar(0)), u"A Title");
-    EXPECT_EQ(vb::RTrim(tag.Artist.Text()).remove(QChar(0)), u"An Artist");
-    EXPECT_EQ(tag.Year.Text(), u"1999");
-    EXPECT_EQ(StyleName(tag.Style), u"Rock");
 }
 
 }  // namespace

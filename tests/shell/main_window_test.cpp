@@ -1,14 +1,11 @@
-// The main window's menus in both languages, its geometry, and the entries of
-// its own: Browse1 and Insert1, Nieuw, and the Help entries.
-#include "catalogue/ui/song_grid_view.h"
+// The main window's menus in both languages and the entries of its own:
+// Browse1 and Insert1, Nieuw, and the Help entries.
 #include "shell/ui/path_selector.h"
 #include "tests/support/form_harness.h"
 
 #include <QAction>
 #include <QDir>
 #include <QFile>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -144,39 +141,6 @@ TEST(MainWindow, TheHelpEntriesSpeakTheLanguageAndOpenOnlyWhatTheyShould) {
     h.Click("Email1");
     ASSERT_EQ(opened.size(), 1);
     EXPECT_TRUE(opened[0].startsWith("mailto:"));
-}
-
-// Below 1024 pixels the message line gives way, the player's frame keeps to
-// the right edge and the panel beside the bar stays away; the artistic skin
-// keeps its menus and count label readable on black.
-TEST(MainWindow, GeometryFollowsTheScreenWidthAndTheSkin) {
-    auto start = [](FormHarness& h, QSize screen, int artistic) {
-        h.inst.tp.environment.screen = screen;
-        h.inst.EditSettings([&](Settings& s) {
-            s.PlayerChoice = 4;
-            s.ArtisticScreen = artistic;
-        });
-        return h.Start();
-    };
-    FormHarness wide, narrow, dark;
-    ASSERT_TRUE(start(wide, {1280, 800}, 0));
-    ASSERT_TRUE(start(narrow, {800, 600}, 0));
-    ASSERT_TRUE(start(dark, {800, 600}, 1));
-    Form1& w = wide.form();
-    Form1& n = narrow.form();
-    EXPECT_LT(n.Text1->width(), w.Text1->width());
-    EXPECT_EQ(n.MFGrid1View->width(), 800 - 15);
-    EXPECT_EQ(n.Frame8->x(), 9240 / 15);
-    EXPECT_TRUE(w.Frame4->isVisible());
-    EXPECT_FALSE(n.Frame4->isVisible());
-    EXPECT_GE(n.Frame8->x(), n.Frame2->geometry().right() - 4);
-
-    Form1& d = dark.form();
-    const QPalette menus = d.menuBar()->palette();
-    EXPECT_NE(menus.color(QPalette::Window), menus.color(QPalette::ButtonText));
-    EXPECT_NE(menus.color(QPalette::Window), QColor(Qt::black));
-    EXPECT_NE(d.Lable1->palette().color(QPalette::WindowText), d.palette().color(QPalette::Window));
-    EXPECT_GT(d.MFGrid1View->y(), 600 / 3);
 }
 
 }  // namespace
