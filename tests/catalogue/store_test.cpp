@@ -82,27 +82,22 @@ struct StoreTest : ::testing::Test {
     }
 };
 
-TEST_F(StoreTest, AddedRowsLandInTheFileAndComeBackInTableOrder) {
+// Table order across many adds is the walks' test and the import's.
+TEST_F(StoreTest, AnAddedRowLandsInTheFileInItsTypesAndComesBack) {
     Open(path);
-    const QStringList titles = {QString::fromUtf8("Café – Ünïcødé \xF0\x9F\x8E\xB5 ½"), "Second", "Third"};
-    for (int r = 0; r < 3; ++r) {
-        store.AddNew();
-        store.SetField(0, titles[r]);
-        store.SetField(6, QStringLiteral(" Y"));
-        store.SetField(kRecordNumberField, r + 1);
-        store.Update();
-    }
+    const QString title = QString::fromUtf8("Café – Ünïcødé \xF0\x9F\x8E\xB5 ½");
+    store.AddNew();
+    store.SetField(0, title);
+    store.SetField(kRecordNumberField, 1);
+    store.Update();
     store.Close();
-
     const auto raw = RawRows(path);
-    ASSERT_EQ(raw.size(), 3u);
-    EXPECT_EQ(raw[0][0], RawText(titles[0]));
+    ASSERT_EQ(raw.size(), 1u);
+    EXPECT_EQ(raw[0][0], RawText(title));
     EXPECT_EQ(raw[0][kRecordNumberField], QStringLiteral("1:31"));  // an INTEGER, shown as its text
     EXPECT_EQ(raw[0][3], QStringLiteral("5:"));  // never set: NULL, not ""
-
     Open(path);
-    for (int r = 0; r < 3; ++r, store.MoveNext()) EXPECT_EQ(Title(), titles[r]);
-    store.MoveFirst();
+    EXPECT_EQ(Title(), title);
     EXPECT_EQ(store.Field(3).toString(), QString());
 }
 
