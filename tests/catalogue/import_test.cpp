@@ -280,7 +280,6 @@ TEST_F(ImportTest, EncodedSongsSurviveSaveAsCompactionAndAReopen) {
         QStringList tags;
     } files[] = {
         {"one.mp3", {"--tt", "First Light", "--ta", "The Encoders", "--ty", "2001"}},
-        {"two.mp3", {"--tt", "Second Wind", "--ta", "The Encoders", "--tg", "Rock"}},
         {"Lame Band - Untagged Tune.mp3", {}},
     };
     QDir().mkpath(root);
@@ -301,11 +300,10 @@ TEST_F(ImportTest, EncodedSongsSurviveSaveAsCompactionAndAReopen) {
     Start();
     Import(root);
     const QStringList imported = songs();
-    ASSERT_EQ(imported.size(), 3);
+    ASSERT_EQ(imported.size(), 2);
     EXPECT_TRUE(imported[0].startsWith(QStringLiteral("First Light"))) << imported.join(u'\n').toStdString();
     EXPECT_TRUE(imported[0].contains(QStringLiteral("| Y|") + root + QStringLiteral("/one.mp3")));
-    EXPECT_TRUE(imported[1].startsWith(QStringLiteral("Second Wind")));
-    EXPECT_EQ(imported[2], QStringLiteral("Untagged Tune|Lame Band | N|") + root + QStringLiteral("/Lame Band - Untagged Tune.mp3"));
+    EXPECT_EQ(imported[1], QStringLiteral("Untagged Tune|Lame Band | N|") + root + QStringLiteral("/Lame Band - Untagged Tune.mp3"));
 
     const QString party = h.inst.home + QStringLiteral("/party.mdb");
     h.inst.tp.dialog.names = {party};
