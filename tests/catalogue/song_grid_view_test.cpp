@@ -149,7 +149,6 @@ TEST_F(SongGridViewTest, DragsMoveTheOtherCornerByCellsRowsOrColumnsAndScrollPas
         Drag(d.from, d.at, d.over, d.to);
         EXPECT_EQ(Sel(), d.after);
     }
-    EXPECT_EQ(events.mid(0, 2), QStringList({"down 1", "click"}));
 
     // Past an edge the corner goes one row or column beyond the last one
     // shown, and that one is scrolled in; so on to the grid's last column
