@@ -189,23 +189,17 @@ TEST_F(SongGridViewTest, KeysMoveTheCurrentCellAndWithShiftTheOtherCornerKeeping
     EXPECT_EQ(grid.TopRow(), 1);
 }
 
-TEST_F(SongGridViewTest, DraggingAHeadingsBorderResizesTheColumnAndTheGridKeepsTheWidth) {
+// The width a heading's border drag gives is the settings' road test (kept
+// to the next start). Here: the border is no press for the handlers, the
+// middle of a heading still selects its column, and the layout's own widths
+// leave the grid's twips alone.
+TEST_F(SongGridViewTest, AHeadingsBorderIsNoPressAndTheGridKeepsItsOwnWidths) {
     QHeaderView* header = view->horizontalHeader();
-    const int before = grid.ColWidth(2);
-    const int border = header->sectionViewportPosition(2) + header->sectionSize(2) - 1;
-    const int y = header->height() / 2;
-    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, QPoint(border, y));
-    QMouseEvent move(QEvent::MouseMove, QPointF(border + 40, y), header->viewport()->mapToGlobal(QPointF(border + 40, y)),
-                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(header->viewport(), &move);
-    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, QPoint(border + 40, y));
-    EXPECT_EQ(grid.ColWidth(2), PxToTwips(header->sectionSize(2)));
-    EXPECT_GT(grid.ColWidth(2), before + PxToTwips(30));
-    EXPECT_TRUE(events.isEmpty());  // no press on the heading
-    // The middle of a heading still selects its column, and the layout's own
-    // widths leave the grid's twips alone.
     grid.SetColWidth(3, 2207);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(header->sectionViewportPosition(3) + 20, y));
+    const QPoint border(header->sectionViewportPosition(2) + header->sectionSize(2) - 1, header->height() / 2);
+    QTest::mouseClick(Headings(), Qt::LeftButton, {}, border);
+    EXPECT_TRUE(events.isEmpty());
+    QTest::mouseClick(Headings(), Qt::LeftButton, {}, QPoint(header->sectionViewportPosition(3) + 20, border.y()));
     EXPECT_EQ(grid.ColSel(), 3);
     EXPECT_EQ(grid.ColWidth(3), 2207);
 }
