@@ -97,7 +97,7 @@ TEST_F(CatalogueTest, CancelAndTheMasterAreRefusedTheMasterByItsExactNameOnly) {
     EXPECT_EQ(h.j().SongCount, 0);
 }
 
-TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoNewSongsAndClearingGoOnlyThere) {
+TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoClearingGoesOnlyThere) {
     StartWith(FiveSongs());
     // Typed without an extension: the dialog's filter gives it ".mdb".
     const QString copy = h.inst.home + QStringLiteral("/party.mdb");
@@ -107,14 +107,7 @@ TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoNewSongsAndClearingGoOnlyThere) {
     EXPECT_EQ(h.j().DatabaseFile, copy);
     EXPECT_EQ(form().Text1->text(),
               QStringLiteral("Data saved in: ") + copy + QStringLiteral("  - This will now be your new working database!"));
-
-    CatalogueStore& rs = form().Data1;
-    rs.AddNew();
-    rs.SetField(0, QStringLiteral("New Song"));
-    rs.Update();
-    EXPECT_EQ(Rows(copy), 6u);
-    EXPECT_EQ(Rows(catalogue()), 5u);
-
+    // (The store's own writes going to the copy: the compaction test.)
     h.Click("Clear1");
     EXPECT_EQ(Rows(copy), 0u);
     EXPECT_EQ(Rows(catalogue()), 5u);
