@@ -18,13 +18,13 @@ namespace zor::testing {
 namespace {
 
 std::vector<SongFields> FiveSongs() {
-    const char* const songs[5][3] = {{"Waterloo", "abba", "1974"},      {"Yesterday", "Beatles", "1965"},
-                                     {"Zombie", "Cranberries", "1994"}, {"Angie", "Rolling Stones", "1973"},
-                                     {"Africa", "Toto", "1982"}};
+    const char* const songs[5][2] = {
+        {"Waterloo", "abba"}, {"Yesterday", "Beatles"}, {"Zombie", "Cranberries"}, {"Angie", "Rolling Stones"}, {"Africa", "Toto"}};
     std::vector<SongFields> out;
     for (const auto& song : songs) {
         SongFields& s = out.emplace_back();
-        for (int f = 0; f < 3; ++f) s[f == 2 ? 3 : f] = QString::fromLatin1(song[f]);
+        s[0] = QString::fromLatin1(song[0]);
+        s[1] = QString::fromLatin1(song[1]);
         s[5] = QStringLiteral("/music/") + s[1] + QStringLiteral(" - ") + s[0] + QStringLiteral(".mp3");
         s[6] = QStringLiteral(" Y");
     }
@@ -97,7 +97,7 @@ TEST_F(CatalogueTest, CancelAndTheMasterAreRefusedTheMasterByItsExactNameOnly) {
     EXPECT_EQ(h.j().SongCount, 0);
 }
 
-TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoNewSongsAndClearingGoOnlyThere) {
+TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoClearingGoesOnlyThere) {
     StartWith(FiveSongs());
     // Typed without an extension: the dialog's filter gives it ".mdb".
     const QString copy = h.inst.home + QStringLiteral("/party.mdb");
@@ -107,14 +107,7 @@ TEST_F(CatalogueTest, SaveAsSwitchesToTheCopySoNewSongsAndClearingGoOnlyThere) {
     EXPECT_EQ(h.j().DatabaseFile, copy);
     EXPECT_EQ(form().Text1->text(),
               QStringLiteral("Data saved in: ") + copy + QStringLiteral("  - This will now be your new working database!"));
-
-    CatalogueStore& rs = form().Data1;
-    rs.AddNew();
-    rs.SetField(0, QStringLiteral("New Song"));
-    rs.Update();
-    EXPECT_EQ(Rows(copy), 6u);
-    EXPECT_EQ(Rows(catalogue()), 5u);
-
+    // (The store's own writes going to the copy: the compaction test.)
     h.Click("Clear1");
     EXPECT_EQ(Rows(copy), 0u);
     EXPECT_EQ(Rows(catalogue()), 5u);
@@ -143,62 +136,68 @@ TEST_F(CatalogueTest, SaveAsWithoutATargetOrToAnUnwritablePlaceKeepsTheWorkingCa
     EXPECT_EQ(Rows(catalogue()), 5u);
 }
 
-TEST_F(CatalogueTest, CompactionKeepsEveryRowAndReportsBothSizes) {
+// Compaction makes its copy beside the catalogue and renames it over it,
+// reporting both sizes; a rename that fails (here as across file systems)
+// leaves the catalogue whole and open, with nothing left behind.
+TEST_F(CatalogueTest, CompactionKeepsEveryRowAndAFailedRenameKeepsTheCatalogueWhole) {
     StartWith(FiveSongs());
-    h.form().Data1.Delete();  // the row it stands on
-    const qint64 before = QFile(catalogue()).size();
+    const QString elsewhere = h.inst.home + QStringLiteral("/usb/party.mdb");
+    QDir().mkpath(h.inst.home + QStringLiteral("/usb"));
+    h.inst.tp.dialog.names = {elsewhere};
+    h.Click("Save2");
+    ASSERT_EQ(h.j().DatabaseFile, elsewhere);
+    form().Data1.Delete();  // the row it stands on
+    const qint64 before = QFile(elsewhere).size();
     h.Click("Compact1");
-    const qint64 after = QFile(catalogue()).size();
-    EXPECT_EQ(Rows(catalogue()), 4u);
-    EXPECT_FALSE(QFile::exists(h.inst.File(QStringLiteral("Mp3comp1.mdb"))));
+    EXPECT_EQ(Rows(elsewhere), 4u);
     EXPECT_EQ(form().Text1->text(), QStringLiteral("Database %1 has been Compacted; Size was: %2 , now: %3 bytes.")
-                                        .arg(catalogue())
+                                        .arg(elsewhere)
                                         .arg(before)
-                                        .arg(after));
+                                        .arg(QFile(elsewhere).size()));
     EXPECT_TRUE(form().Data1.IsOpen());
+
+    form().Data1.Delete();
+    h.inst.tp.files.FailNext(QStringLiteral("Rename"), 74);
+    h.Click("Compact1");
+    ASSERT_EQ(h.boxes().shown.size(), 1u);
+    EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '74'")));
+    EXPECT_EQ(Rows(elsewhere), 3u);
+    EXPECT_EQ(form().Data1.RecordCount(), 3);
+    EXPECT_EQ(QDir(h.inst.home + QStringLiteral("/usb")).entryList(QDir::Files), QStringList({"party.mdb"}));
+    EXPECT_FALSE(QFile::exists(h.inst.File(QStringLiteral("Mp3comp1.mdb"))));
+    h.Click("Compact1");
+    EXPECT_EQ(Rows(elsewhere), 3u);
+    EXPECT_EQ(h.boxes().shown.size(), 1u);
 }
 
-TEST_F(CatalogueTest, AFileThatIsNoCatalogueLeavesTheEngineHint) {
-    StartWith(FiveSongs());
-    const QString junk = h.inst.home + QStringLiteral("/junk.mdb");
-    const QString other = h.inst.home + QStringLiteral("/other.mdb");
-    const QString readOnly = h.inst.home + QStringLiteral("/readonly.mdb");
-    ASSERT_TRUE(WriteFileBytes(junk, QByteArray(5000, 'x')));
-    QFile::copy(h.inst.File(QStringLiteral("Mp3find0.mdb")), other);  // a database without MP3DATA
-    QFile::copy(catalogue(), readOnly);
-    QFile(readOnly).setPermissions(QFileDevice::ReadOwner);
-    for (const QString& name : {junk, other, readOnly}) {
-        SCOPED_TRACE(name.toStdString());
-        h.inst.tp.dialog.names = {name};
-        h.Click("Open1");
-        EXPECT_TRUE(form().Text1->text().startsWith(QStringLiteral("IN CASE OF OBJECT OR CLASS ERROR")));
-        EXPECT_EQ(form().MessageColour(), kDestructive);
-        EXPECT_FALSE(form().Data1.IsOpen());
-        // No catalogue is open: the count is as before the first open, so
-        // the empty-catalogue notice stays away.
-        EXPECT_EQ(h.j().SongCount, 1);
-        EXPECT_EQ(form().Text2->text(), QString());
-        // Later work on the store gets a run-time error box, not a crash.
-        h.Click("Compact1");
-    }
-    EXPECT_EQ(FileBytes(junk), QByteArray(5000, 'x'));
-    const size_t boxes = h.boxes().shown.size();
-    h.Tick(250);
-    EXPECT_EQ(h.boxes().shown.size(), boxes);
-}
-
-// ADD on a file that is no catalogue is refused in the message line; the
-// real catalogue opened after it shows all its songs in the grid.
-TEST_F(CatalogueTest, AnImportIntoAFailedOpenIsRefusedAndTheNextOpenShowsItsRows) {
+// A file that is no catalogue leaves the engine's hint and none open (the
+// kinds of such files are the store's tests); ADD is then refused in the
+// message line, and the real catalogue opened after it shows all its rows.
+TEST_F(CatalogueTest, AFileThatIsNoCatalogueLeavesTheEngineHintUntilTheNextOpen) {
     StartWith(FiveSongs());
     const QString junk = h.inst.home + QStringLiteral("/junk.mdb");
     ASSERT_TRUE(WriteFileBytes(junk, QByteArray(5000, 'x')));
     h.inst.tp.dialog.names = {junk, catalogue()};
     h.Click("Open1");
+    EXPECT_TRUE(form().Text1->text().startsWith(QStringLiteral("IN CASE OF OBJECT OR CLASS ERROR")));
+    EXPECT_EQ(form().MessageColour(), kDestructive);
+    EXPECT_FALSE(form().Data1.IsOpen());
+    // The count is as before the first open, so the empty-catalogue notice
+    // stays away.
+    EXPECT_EQ(h.j().SongCount, 1);
+    EXPECT_EQ(form().Text2->text(), QString());
+    // Later work on the store gets a run-time error box, not a crash, and
+    // the timers none.
+    h.Click("Compact1");
+    EXPECT_EQ(FileBytes(junk), QByteArray(5000, 'x'));
+    const size_t boxes = h.boxes().shown.size();
+    h.Tick(250);
+    EXPECT_EQ(h.boxes().shown.size(), boxes);
+
     h.Click("AddSongs");
     form().Frame3->SetPath(h.inst.home);
     form().Frame3->Command16->click();
-    EXPECT_TRUE(h.boxes().shown.empty());
+    EXPECT_EQ(h.boxes().shown.size(), boxes);
     EXPECT_EQ(form().Text1->text(), QStringLiteral("No Database opened; ADD aborted!"));
     EXPECT_EQ(form().MessageColour(), kRed);
 
@@ -207,32 +206,6 @@ TEST_F(CatalogueTest, AnImportIntoAFailedOpenIsRefusedAndTheNextOpenShowsItsRows
     EXPECT_TRUE(form().MFGrid1.Redraw());
     EXPECT_TRUE(form().MFGrid1.Visible());
     EXPECT_EQ(form().MFGrid1View->model()->rowCount(), 5);
-}
-
-// Compaction makes its copy beside the catalogue and renames it over it; a
-// rename that fails (here as across file systems) leaves the catalogue whole
-// and open, with nothing left behind.
-TEST_F(CatalogueTest, ACompactionWhoseRenameFailsKeepsTheCatalogueWhole) {
-    StartWith(FiveSongs());
-    const QString elsewhere = h.inst.home + QStringLiteral("/usb/party.mdb");
-    QDir().mkpath(h.inst.home + QStringLiteral("/usb"));
-    h.inst.tp.dialog.names = {elsewhere};
-    h.Click("Save2");
-    ASSERT_EQ(h.j().DatabaseFile, elsewhere);
-    form().Data1.Delete();
-    h.inst.tp.files.FailNext(QStringLiteral("Rename"), 74);
-    h.Click("Compact1");
-    ASSERT_EQ(h.boxes().shown.size(), 1u);
-    EXPECT_TRUE(h.boxes().shown[0].text.startsWith(QStringLiteral("Run-time error '74'")));
-    EXPECT_EQ(Rows(elsewhere), 4u);
-    EXPECT_TRUE(form().Data1.IsOpen());
-    EXPECT_EQ(form().Data1.RecordCount(), 4);
-    EXPECT_EQ(QDir(h.inst.home + QStringLiteral("/usb")).entryList(QDir::Files), QStringList({"party.mdb"}));
-    EXPECT_FALSE(QFile::exists(h.inst.File(QStringLiteral("Mp3comp1.mdb"))));
-
-    h.Click("Compact1");
-    EXPECT_EQ(Rows(elsewhere), 4u);
-    EXPECT_EQ(h.boxes().shown.size(), 1u);
 }
 
 }  // namespace

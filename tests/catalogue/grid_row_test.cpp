@@ -35,24 +35,6 @@ void ExpectCells(const GridRow& row, int r) {
         ASSERT_EQ(row[c], c >= 1 && c <= 11 ? Cell(r, c) : QString()) << "row " << r << " col " << c;
 }
 
-TEST(GridRow, CellsSetInAnyOrderKeepTheirNeighbours) {
-    GridRow row;
-    row.Set(5, QStringLiteral("five"));
-    row.Set(0, QStringLiteral("zero"));
-    row.Set(12, QStringLiteral("twelve"));
-    row.Set(5, QStringLiteral("5"));
-    row.Set(0, {});
-    EXPECT_EQ(row[5], QStringLiteral("5"));
-    EXPECT_EQ(row[12], QStringLiteral("twelve"));
-    EXPECT_TRUE(row[0].isEmpty() && row[4].isEmpty() && row[6].isEmpty());
-
-    // A cell set from the row's own text.
-    row.Set(1, row[12]);
-    row.Set(12, row[1].sliced(2));
-    EXPECT_EQ(row[1], QStringLiteral("twelve"));
-    EXPECT_EQ(row[12], QStringLiteral("elve"));
-}
-
 TEST(GridRow, RowsReadTogetherComeOutWholeAcrossBlocksAndSetOrCopiedAlone) {
     std::vector<GridRow> rows = BuiltRows(6000);
     ASSERT_EQ(rows.size(), 6001u);
@@ -80,6 +62,12 @@ TEST(GridRow, RowsReadTogetherComeOutWholeAcrossBlocksAndSetOrCopiedAlone) {
     copy.Set(1, {});
     EXPECT_TRUE(copy[1].isEmpty());
     EXPECT_EQ(copy[2], Cell(1500, 2));
+    // A cell set from the row's own text, past the last cell too.
+    copy.Set(12, copy[2]);
+    copy.Set(1, copy[12].sliced(2));
+    EXPECT_EQ(copy[12], Cell(1500, 2));
+    EXPECT_EQ(copy[1], Cell(1500, 2).sliced(2));
+    EXPECT_EQ(copy[3], Cell(1500, 3));
 }
 
 }  // namespace

@@ -40,21 +40,14 @@ TEST(SongGridAccess, OutsideTheGridIsTheGridsErrorNeverAReadPastIt) {
         std::function<void()> call;
         int error;
     } cases[] = {
-        {"RowCells(2)", [&] { g.RowCells(2); }, 381},
-        {"RowCells(-1)", [&] { g.RowCells(-1); }, 381},
-        {"TextMatrix(2, 0)", [&] { g.TextMatrix(2, 0); }, 381},
-        {"TextMatrix(1, 13)", [&] { g.SetTextMatrix(1, 13, QStringLiteral("x")); }, 381},
-        {"SetRow(2)", [&] { g.SetRow(2); }, 30009},
-        {"SetRowSel(-1)", [&] { g.SetRowSel(-1); }, 30009},
-        {"SetCol(13)", [&] { g.SetCol(13); }, 30010},
-        {"ColWidth(13)", [&] { g.ColWidth(13); }, 30010},
-        {"Select(0, 0, 5, 0)", [&] { g.Select(0, 0, 5, 0); }, 30009},
-        {"RowCells(1)", [&] { g.RowCells(1); }, 0},
+        {"RowCells(2)", [&] { g.RowCells(2); }, 381},          {"RowCells(-1)", [&] { g.RowCells(-1); }, 381},
+        {"TextMatrix(2, 0)", [&] { g.TextMatrix(2, 0); }, 381}, {"SetTextMatrix(1, 13)", [&] { g.SetTextMatrix(1, 13, {}); }, 381},
+        {"SetRow(2)", [&] { g.SetRow(2); }, 30009},            {"SetRowSel(-1)", [&] { g.SetRowSel(-1); }, 30009},
+        {"SetCol(13)", [&] { g.SetCol(13); }, 30010},          {"ColWidth(13)", [&] { g.ColWidth(13); }, 30010},
+        {"Select(0, 0, 5, 0)", [&] { g.Select(0, 0, 5, 0); }, 30009}, {"RowCells(1)", [&] { g.RowCells(1); }, 0},
+        {"Text() of no rows", [&] { g.SetRows(0), g.Text(); }, 381}, {"SetText() of no rows", [&] { g.SetText({}); }, 381},
     };
     for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.call), c.error) << c.what;
-    g.SetRows(0);
-    EXPECT_EQ(ErrorOf([&] { g.Text(); }), 381);
-    EXPECT_EQ(ErrorOf([&] { g.SetText(QStringLiteral("x")); }), 381);
 }
 
 void SortColumn(SongGrid& g, int col, int order) {

@@ -1,6 +1,7 @@
 // Files as the jukebox sees them: the single-byte text of the record files,
 // Dir and the other file statements, the registry of files held open, binary
 // record access and the mapping of Windows paths.
+#include "tests/support/disk_files.h"
 #include "tests/support/errors.h"
 #include "platform/binary_file.h"
 #include "platform/cp1252.h"
@@ -13,8 +14,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <functional>
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,30 +23,15 @@ namespace zor {
 namespace {
 
 using testing::ErrorOf;
+using testing::FileBytes;
 
-class Scratch {
-public:
-    QString Path(const char* name) const { return dir_.path() + u'/' + QString::fromUtf8(name); }
+struct Scratch : QTemporaryDir {
+    QString Path(const char* name) const { return path() + u'/' + QString::fromUtf8(name); }
     QString Make(const char* name, const QByteArray& bytes = "x") const {
-        QFile f(Path(name));
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return f.fileName();
+        EXPECT_TRUE(testing::WriteFileBytes(Path(name), bytes));
+        return Path(name);
     }
-    static QByteArray Read(const QString& path) {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-    }
-
-private:
-    QTemporaryDir dir_;
 };
-
-QStringList Names(std::initializer_list<const char*> names) {
-    QStringList out;
-    for (const char* n : names) out << QString::fromUtf8(n);
-    return out;
-}
 
 TEST(Cp1252, EveryByteSurvivesTheRoundTripAndForeignCharactersBecomeQuestionMarks) {
     QByteArray all;
@@ -66,27 +50,24 @@ TEST(Cp1252, EveryByteSurvivesTheRoundTripAndForeignCharactersBecomeQuestionMark
     EXPECT_EQ(cp1252::Field(QStringLiteral("a\U0001F600b"), 3), QByteArray("a??"));
 }
 
-TEST(FileSystemDir, WildcardsIgnoreCaseAndListSortedWithoutRegardToCase) {
+TEST(FileSystemDir, WildcardsIgnoreCaseAndListSortedWithoutRegardToCaseExactNamesDoNot) {
     Scratch d;
     for (const char* n : {"b.MP3", "A.mp3", "c.mp3x", "a.wav", ".hidden.mp3", "[1] a+b.mp3", "X", "x", "C"}) d.Make(n);
     QDir().mkdir(d.Path("d.mp3"));
     FileSystem fs;
-    EXPECT_EQ(fs.DirList(d.Path("*.mp3")), Names({"[1] a+b.mp3", "A.mp3", "b.MP3"}));
-    EXPECT_EQ(fs.DirList(d.Path("*.MP3"), vbDirectory), Names({"[1] a+b.mp3", "A.mp3", "b.MP3", "d.mp3"}));
-    EXPECT_EQ(fs.DirList(d.Path("*.mp3"), vbHidden), Names({".hidden.mp3", "[1] a+b.mp3", "A.mp3", "b.MP3"}));
-    EXPECT_EQ(fs.DirList(d.Path("[1]*")), Names({"[1] a+b.mp3"}));
-    EXPECT_EQ(fs.DirList(d.Path("?")), Names({"C", "X", "x"}));
+    EXPECT_EQ(fs.DirList(d.Path("*.mp3")), QStringList({"[1] a+b.mp3", "A.mp3", "b.MP3"}));
+    EXPECT_EQ(fs.DirList(d.Path("*.MP3"), vbDirectory), QStringList({"[1] a+b.mp3", "A.mp3", "b.MP3", "d.mp3"}));
+    EXPECT_EQ(fs.DirList(d.Path("*.mp3"), vbHidden), QStringList({".hidden.mp3", "[1] a+b.mp3", "A.mp3", "b.MP3"}));
+    EXPECT_EQ(fs.DirList(d.Path("[1]*")), QStringList({"[1] a+b.mp3"}));
+    EXPECT_EQ(fs.DirList(d.Path("?")), QStringList({"C", "X", "x"}));
     EXPECT_EQ(fs.Dir(d.Path("a*")), QStringLiteral("A.mp3"));
     EXPECT_EQ(fs.DirNext(), QStringLiteral("a.wav"));
     EXPECT_EQ(fs.DirNext(), QString());
     EXPECT_EQ(fs.DirNext(), QString());
-}
 
-TEST(FileSystemDir, ExactNamesAreCaseSensitiveAndMissingPlacesGiveNothing) {
-    Scratch d;
+    // Exact names are case-sensitive; missing places give nothing.
     const QString file = d.Make("ZORjuke.ini");
     QDir().mkdir(d.Path("sub"));
-    FileSystem fs;
     EXPECT_EQ(fs.Dir(d.Path("ZORjuke.ini")), QStringLiteral("ZORjuke.ini"));
     EXPECT_EQ(fs.Dir(d.Path("sub"), vbDirectory), QStringLiteral("sub"));
     for (const QString& none : {d.Path("ZORjuke.INI"), d.Path("sub"), d.Path("sub/."), d.Path("missing/*.mp3"),
@@ -107,9 +88,9 @@ TEST(FileSystemDir, OnlyRealFilesAreListedAmongLinksLoopsAndPipes) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(d.Path("pipe.mp3")).constData(), 0600), 0);
     FileSystem fs;
     const QStringList listed = fs.DirList(d.Path("*.mp3"));
-    EXPECT_EQ(listed, Names({"alias.mp3", "song.mp3"}));
+    EXPECT_EQ(listed, QStringList({"alias.mp3", "song.mp3"}));
     for (const QString& n : listed) EXPECT_EQ(fs.FileLen(d.Path(n.toUtf8().constData())), 3);
-    EXPECT_EQ(fs.DirList(d.Path("s*"), vbDirectory), Names({"self", "song.mp3"}));
+    EXPECT_EQ(fs.DirList(d.Path("s*"), vbDirectory), QStringList({"self", "song.mp3"}));
 }
 
 TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
@@ -126,8 +107,8 @@ TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
     EXPECT_EQ(ErrorOf([&] { fs.FileCopy(src, a); }), 70);
     // A wildcard that takes in a held file deletes none of its matches.
     EXPECT_EQ(ErrorOf([&] { fs.Kill(d.Path("*.mdb")); }), 75);
-    EXPECT_EQ(Scratch::Read(a), "catalogue");
-    EXPECT_EQ(Scratch::Read(c), "other");
+    EXPECT_EQ(FileBytes(a), "catalogue");
+    EXPECT_EQ(FileBytes(c), "other");
     EXPECT_FALSE(QFile::exists(d.Path("b.mdb")));
     EXPECT_FALSE(QFile::exists(a + QStringLiteral(".zorcopy")));
 
@@ -142,7 +123,7 @@ TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
     }
     EXPECT_FALSE(fs.IsHeldOpen(a));
     fs.FileCopy(src, a);
-    EXPECT_EQ(Scratch::Read(a), "copy");
+    EXPECT_EQ(FileBytes(a), "copy");
     fs.Kill(d.Path("*.mdb"));
     EXPECT_FALSE(QFile::exists(a) || QFile::exists(c));
     EXPECT_EQ(ErrorOf([&] { fs.Kill(d.Path("*.mdb")); }), 53);
@@ -154,43 +135,30 @@ TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
 // no scratch behind.
 TEST(FileSystemFiles, AReplacedFileIsTheOldOneWholeUntilTheNewOneIsInPlace) {
     Scratch s;
-    const QString target = s.Make("song.mp3", "old bytes");
-    struct Way {
-        const char* name;
-        std::function<bool(const QString&)> write;
-        int error;  // the error the replacement raises, 0 for none
-    };
-    const Way ways[] = {
-        {"write says no", [](const QString& scratch) { return QFile(scratch).open(QIODevice::WriteOnly) && false; }, 0},
-        {"write throws", [](const QString&) -> bool { throw RuntimeError(61, QStringLiteral("Disk full")); }, 61},
-        {"rename fails",
-         [&](const QString& scratch) {
-             EXPECT_EQ(QFileInfo(scratch).path(), QFileInfo(target).path());
-             EXPECT_EQ(Scratch::Read(target), "old bytes");
-             QFile f(scratch);
-             f.open(QIODevice::WriteOnly);
-             f.write("new");
-             // Where the rename will find a directory in the target's place.
-             QFile::rename(target, target + QStringLiteral(".kept"));
-             QDir().mkdir(target);
-             QFile::copy(target + QStringLiteral(".kept"), target + QStringLiteral("/x"));
-             return true;
-         },
-         75},
-    };
+    const QString target = s.Make("song.mp3", "old bytes"), kept = target + QStringLiteral(".kept");
+    const QString scratchName = target + QStringLiteral(".zorcopy");
     FileSystem fs;
-    for (const Way& way : ways) {
-        SCOPED_TRACE(way.name);
-        bool written = true;
-        EXPECT_EQ(ErrorOf([&] { written = fs.ReplaceFile(target, way.write); }), way.error);
-        if (!way.error) EXPECT_FALSE(written);
-        EXPECT_FALSE(QFile::exists(target + QStringLiteral(".zorcopy")));
-    }
+    EXPECT_FALSE(fs.ReplaceFile(target, [](const QString& scratch) { return QFile(scratch).open(QIODevice::WriteOnly) && false; }));
+    EXPECT_FALSE(QFile::exists(scratchName));
+    EXPECT_EQ(ErrorOf([&] { fs.ReplaceFile(target, [](const QString&) -> bool { throw RuntimeError(61, QStringLiteral("Disk full")); }); }), 61);
+    EXPECT_FALSE(QFile::exists(scratchName));
+    EXPECT_EQ(ErrorOf([&] {
+                  fs.ReplaceFile(target, [&](const QString& scratch) {
+                      EXPECT_EQ(QFileInfo(scratch).path(), QFileInfo(target).path());
+                      EXPECT_EQ(FileBytes(target), "old bytes");
+                      // The rename will find a directory in the target's place.
+                      QFile::rename(target, kept);
+                      QDir().mkdir(target);
+                      return QFile::copy(kept, target + QStringLiteral("/x")) && testing::WriteFileBytes(scratch, "new");
+                  });
+              }),
+              75);
+    EXPECT_EQ(FileBytes(target + QStringLiteral("/x")), "old bytes");
+    EXPECT_FALSE(QFile::exists(scratchName));
     QDir(target).removeRecursively();
-    QFile::rename(target + QStringLiteral(".kept"), target);
-    EXPECT_EQ(Scratch::Read(target), "old bytes");
+    QFile::rename(kept, target);
     EXPECT_TRUE(fs.ReplaceFile(target, [](const QString& scratch) { return QFile::copy(QStringLiteral("/etc/hostname"), scratch); }));
-    EXPECT_EQ(Scratch::Read(target), Scratch::Read(QStringLiteral("/etc/hostname")));
+    EXPECT_EQ(FileBytes(target), FileBytes(QStringLiteral("/etc/hostname")));
     FileHold hold(fs, target);
     EXPECT_EQ(ErrorOf([&] { fs.ReplaceFile(target, [](const QString&) { return true; }); }), 70);
 }
@@ -213,7 +181,7 @@ TEST(FileSystemFiles, ReadBytesReadsFromEitherEndShortAtTheEndAndNamesItsFailure
     EXPECT_EQ(fs.Subdirectories(s.Path("")), QStringList({"A", "b"}));
 }
 
-TEST(BinaryFile, OneBasedPositionsGrowTheFileAndReadShortAtTheEnd) {
+TEST(BinaryFile, OneBasedPositionsGrowTheFileReadShortAtTheEndAndReadOnlyNeverWrites) {
     Scratch d;
     const QString p = d.Path("rec.bin");
     FileSystem fs;
@@ -231,22 +199,18 @@ TEST(BinaryFile, OneBasedPositionsGrowTheFileAndReadShortAtTheEnd) {
         EXPECT_EQ(ErrorOf([&] { f.Get(0, 1); }), 5);
         EXPECT_EQ(ErrorOf([&] { fs.Kill(p); }), 75);  // open counts as held
     }
-    EXPECT_EQ(Scratch::Read(p), QByteArray("aZc\0\0\0xy", 8));
+    EXPECT_EQ(FileBytes(p), QByteArray("aZc\0\0\0xy", 8));
     EXPECT_FALSE(fs.IsHeldOpen(p));
-}
 
-TEST(BinaryFile, ReadOnlyNeverMakesAFileAndNeverWrites) {
-    Scratch d;
-    FileSystem fs;
+    // Read only never makes a file and never writes.
     const QString missing = d.Path("none.ini");
     EXPECT_EQ(ErrorOf([&] { BinaryFile f(fs, missing, BinaryFile::ReadOnly); }), 53);
     EXPECT_FALSE(QFile::exists(missing));
-    const QString p = d.Make("s.ini", "keep");
     {
         BinaryFile f(fs, p, BinaryFile::ReadOnly);
         EXPECT_EQ(ErrorOf([&] { f.Put(1, "XX"); }), 70);
     }
-    EXPECT_EQ(Scratch::Read(p), "keep");
+    EXPECT_EQ(FileBytes(p), QByteArray("aZc\0\0\0xy", 8));
     EXPECT_EQ(ErrorOf([&] { BinaryFile f(fs, d.Path("")); }), 75);  // a directory
     EXPECT_EQ(ErrorOf([&] { BinaryFile f(fs, d.Path("no/dir.bin")); }), 76);
 }

@@ -75,18 +75,13 @@ TEST(VbNumbers, RoundingIsToEvenWithOverflowAsError6AndIntFloors) {
     const double ties[][2] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {3.5, 4}, {-2.5, -2}, {2.5000001, 3}, {32766.5, 32766}};
     for (const auto& t : ties) EXPECT_EQ(CInt(t[0]), t[1]) << t[0];
     EXPECT_EQ(CInt(-32768.5), -32768);  // the even end is still in range
-    EXPECT_EQ(ErrorOf([] { CInt(32767.5); }), 6);
-    EXPECT_EQ(ErrorOf([] { CInt(-32768.6); }), 6);
-    EXPECT_EQ(ErrorOf([] { CInt(std::numeric_limits<double>::infinity()); }), 6);
-    EXPECT_EQ(ErrorOf([] { CInt(std::nan("")); }), 6);
+    for (double x : {32767.5, -32768.6, std::numeric_limits<double>::infinity(), std::nan("")})
+        EXPECT_EQ(ErrorOf([x] { CInt(x); }), 6) << x;
     EXPECT_EQ(CLng(2147483647.4), 2147483647);
     EXPECT_EQ(CLng(-2147483648.5), -2147483647 - 1);
     EXPECT_EQ(CLng(-40001.5), -40002);
-    EXPECT_EQ(ErrorOf([] { CLng(2147483647.5); }), 6);
-    EXPECT_EQ(ErrorOf([] { CLng(-2147483649.0); }), 6);
-    EXPECT_EQ(Int(-1.5), -2.0);
-    EXPECT_EQ(Int(-8.4), -9.0);
-    EXPECT_EQ(Int(99.8), 99.0);
+    for (double x : {2147483647.5, -2147483649.0}) EXPECT_EQ(ErrorOf([x] { CLng(x); }), 6) << x;
+    for (const auto& [x, floor] : {std::pair(-1.5, -2.0), std::pair(-8.4, -9.0), std::pair(99.8, 99.0)}) EXPECT_EQ(Int(x), floor);
 }
 
 TEST(VbRandom, GeneratorGivesTheRuntimesValuesAndRandomizeMixesTheTimerIn) {
