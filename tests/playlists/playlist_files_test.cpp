@@ -1,6 +1,7 @@
-// The playlist files through the main window: saving MFgrid2 as .zpl and
-// M3U, opening both kinds, the boxes of the dialogs' Cancel and the refused
-// saves, and a real player reading the M3U files the jukebox writes.
+// The playlist files through the main window: saving MFgrid2 as .zpl,
+// opening both kinds, the boxes of the dialogs' Cancel and the refused
+// saves, and a real player reading the M3U files the jukebox writes. The
+// M3U writer's road through the menus is in playlist_road_test.cpp.
 #include "playlists/ui/playlist_files.h"
 #include "platform/cp1252.h"
 #include "tests/support/audio_tools.h"
@@ -9,7 +10,6 @@
 #include "tests/support/grid_columns.h"
 
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -40,17 +40,15 @@ struct PlaylistFilesTest : ::testing::Test {
     FakeCommonDialog& dialog() { return h.inst.tp.dialog; }
     QString File(const char* name) { return h.inst.File(QString::fromLatin1(name)); }
 
-    void StartWith(std::vector<SongFields> catalogue, const QString& language = QStringLiteral("1")) {
+    void StartWith(std::vector<SongFields> catalogue) {
         songs = std::move(catalogue);
         TestInstallation::AddSongs(File("Mp3data1.mdb"), songs);
         h.inst.EditSettings([&](Settings& s) {
             s.SortAtStart = 1;
             s.SortDirection = 1;
             s.DirectPlay = 2;  // a playlist is shown, never started
-            s.Language = language == QStringLiteral("0") ? 0 : 1;
         });
         ASSERT_TRUE(h.Start());
-        j().Language = language;
     }
     void StartWithFive() {
         std::vector<SongFields> five;
@@ -184,32 +182,6 @@ TEST_F(PlaylistFilesTest, AnM3uFileReplacesTheCatalogueRowsAndBecomesThePlaylist
     EXPECT_EQ(ColumnTexts(f().MFgrid2, 1), (QStringList{"Bohemian Rhapsody", "Waterloo"}));
     EXPECT_EQ(f().MFGrid1.Rows(), 3);
     EXPECT_EQ(f().Text1->text(), QStringLiteral("Playlist has been made."));
-}
-
-TEST_F(PlaylistFilesTest, TheM3uWriterPutsTheHeaderThenTwoLinesASongInUtf8AndReadsItsOwnFileAsNoPlaylist) {
-    StartWith({Song(QStringLiteral("Caf\u00e9"), QStringLiteral("Zo\u00eb"), QStringLiteral("/m/Zo\u00eb - Caf\u00e9.mp3")),
-               Song(QStringLiteral("Two"), QStringLiteral("B"), QStringLiteral("/m/B - Two.mp3"))});
-    ShowPlaylistOf({2, 1});
-    const QString path = File("out.m3u");
-    dialog().names = {path};
-    h.Click("Save5");
-    EXPECT_EQ(dialog().calls.back().title, QStringLiteral("ZOR JUKEBOX: Save Playlist in m3u format"));
-    EXPECT_EQ(dialog().calls.back().filter,
-              QStringLiteral("WinAmp, Live365 etc. Playlists (*.m3u)|*.m3u|All Files (*.*)|*.*"));
-    // The songs are not on disk: their lengths are left out of the comparison.
-    QList<QByteArray> lines = FileBytes(path).split('\n');
-    for (QByteArray& line : lines)
-        if (line.startsWith("#EXTINF:")) line = "#EXTINF:" + line.mid(line.indexOf(','));
-    EXPECT_EQ(lines, (QList<QByteArray>{"#EXTM3U\r", "#EXTINF:,Two\r", "/m/B - Two.mp3\r", "#EXTINF:,Caf\xC3\xA9\r",
-                                        "/m/Zo\xC3\xAB - Caf\xC3\xA9.mp3\r", ""}));
-    EXPECT_EQ(f().ProgressBar1->value(), f().ProgressBar1->maximum());
-    // Read back, its header is a path that cannot be split: no playlist, and not a word.
-    h.Click("Command7");
-    Open(path);
-    EXPECT_EQ(j().PlaylistActive, 0);
-    EXPECT_EQ(j().PlaylistEnd, 1);
-    EXPECT_EQ(f().MFGrid1.Rows(), 1);
-    EXPECT_TRUE(f().MFGrid1.Visible() && LastBox().isEmpty());
 }
 
 TEST_F(PlaylistFilesTest, CancelAndRefusedSavesShowTheirBoxes) {
