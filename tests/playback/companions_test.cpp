@@ -52,7 +52,6 @@ SongFields Song(const QString& title, const QString& artist, const QString& albu
 struct CompanionsTest : ::testing::Test {
     FormHarness h;
     QString lyricsDir, picturesDir, coversDir, backsDir;
-
     void SetUp() override {
         const QString base = h.inst.home + QStringLiteral("/c");
         lyricsDir = base + QStringLiteral("/lyr");
@@ -111,7 +110,6 @@ TEST_F(CompanionsTest, LyricsAreFoundByTheirCellThenTheSongFileThenTheTitle) {
            Song("Bridge Over Troubled Water", "S&G", "", "/music/bridge.mp3"),
            Song("Anything", "X", "", "/music/x.mp3", h.inst.home + QStringLiteral("/own.txt")),
            Song("Gone", "X", "", "/music/gone.mp3", h.inst.home + QStringLiteral("/missing.txt"))});
-
     // A two-letter mark in the Lyrics cell falls through to the song file's
     // name with any extension, and only the first hit counts.
     LyricsOfRow(1);
@@ -119,17 +117,14 @@ TEST_F(CompanionsTest, LyricsAreFoundByTheirCellThenTheSongFileThenTheTitle) {
     EXPECT_EQ(ShownLyrics(), QStringLiteral("When I find myself\nin times of trouble\n"));
     EXPECT_EQ(form3().Text2->toPlainText(), form3().Text1->toPlainText());
     EXPECT_EQ(j().companion.LyricsLineCount, 2);
-
     // No file by the song file's name: the title's first eight letters, blanks not counted.
     LyricsOfRow(2);
     EXPECT_EQ(ShownLyrics(), QStringLiteral("When you're weary"));
     EXPECT_EQ(j().companion.LyricsLineCount, 0);
-
     // A longer Lyrics cell is the file itself, read in the Windows code page.
     LyricsOfRow(3);
     EXPECT_EQ(ShownLyrics(), QStringLiteral("Café line one\ntwo\nthree\n"));
     EXPECT_EQ(j().companion.LyricsLineCount, 3);
-
     // ... and when that file is gone there is no other search: nothing new shows.
     form3().hide();
     LyricsOfRow(4);
@@ -147,7 +142,6 @@ TEST_F(CompanionsTest, ABinaryOrHugeLyricsFileNeitherHangsNorFloodsTheWindow) {
     LyricsOfRow(1);
     EXPECT_FALSE(form3().isVisible());
     EXPECT_EQ(j().companion.LyricsLineCount, 0);
-
     LyricsOfRow(2);
     EXPECT_TRUE(form3().isVisible());
     EXPECT_LE(ShownLyrics().size(), kMaxLyricsBytes);
@@ -224,13 +218,11 @@ TEST_F(CompanionsTest, TheRandomDrawKeepsToTheUnbrokenSeriesCountedOncePerSong) 
         return seen;
     };
     EXPECT_EQ(draws(), (std::set<int>{10, 20, 30}));
-
     // A new picture joins the series once the next song counts again.
     Picture(picturesDir + QStringLiteral("/Queen4.jpg"), 40);
     EXPECT_EQ(draws(), (std::set<int>{10, 20, 30}));
     ClearRandomPictureFlag(f());
     EXPECT_EQ(draws(), (std::set<int>{10, 20, 30, 40, 50}));
-
     // The picture without a number alone: shown at once, nothing drawn.
     ClearRandomPictureFlag(f());
     const uint32_t seed = f().companions->PictureRandom.Seed();
@@ -309,7 +301,6 @@ TEST_F(CompanionsTest, AKeyInTheLyricsTakesOverUnlessTheUserIsEditing) {
     form3().Text1->moveCursor(QTextCursor::Start);
     ScrollLyricsDown(f());
     EXPECT_EQ(form3().Text1->textCursor().blockNumber(), 1);
-
     // While editing the keys type, and only the album windows go.
     j().companion.ScrollHold = 0;
     ShowAlbumBack(f(), grid());
@@ -333,14 +324,12 @@ TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileNameAndAGoneDirectoryIsR
     EXPECT_EQ(j().companion.LyricsEditing, 0);
     h.Click("Lyr6");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Mother Mary\ncomes to me €"));
-
     // Save As through the dialog; Cancel writes nothing.
     const QString other = h.inst.home + QStringLiteral("/other.txt");
     h.inst.tp.dialog.names = {other, QString()};
     h.Click("Lyr3");
     h.Click("Lyr3");
     EXPECT_EQ(QDir(h.inst.home).entryList({QStringLiteral("*.txt")}), QStringList{QStringLiteral("other.txt")});
-
     // A path of under four characters writes nothing, and an empty window
     // never blanks a saved text.
     grid().SetRow(2);
@@ -350,7 +339,6 @@ TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileNameAndAGoneDirectoryIsR
     h.Click("Edit2");
     h.Click("Lyr2");
     EXPECT_EQ(QFileInfo(saved).size(), 28);
-
     // A lyrics directory that is gone is reported, and the edit stays open.
     form3().Text1->setPlainText(QStringLiteral("keep me"));
     QDir(lyricsDir).removeRecursively();
@@ -400,7 +388,6 @@ TEST_F(CompanionsTest, TheSeamHidesAllFourAndFollowsANewMainWindow) {
     f().companions->Form18().show();
     j().HidePictureForms();
     for (int n : {3, 4, 18, 19}) EXPECT_FALSE(CompanionVisible(f(), n)) << n;
-
     // A reload makes new windows before the old ones go; the old ones
     // leave the new seam in place.
     auto old = std::move(f().companions);

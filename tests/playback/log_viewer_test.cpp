@@ -28,7 +28,6 @@ QByteArray SongLines(int from, int to) {
 
 TEST(LogView, LinesRoundHalvesToEvenAndReadsPastTheEndRepeatTheBuffer) {
     for (auto [bytes, lines] : {std::pair{40, 0}, {41, 1}, {120, 2}, {200, 2}}) EXPECT_EQ(LogLineCount(bytes), lines) << bytes;
-
     QByteArray buffer;
     EXPECT_EQ(BuildLogPage(SongLines(1, 30).left(23 * 80), buffer), SongLines(1, 23));
     // Two lines left: the last one read stands in every line after them.
@@ -41,7 +40,6 @@ TEST(LogView, LinesRoundHalvesToEvenAndReadsPastTheEndRepeatTheBuffer) {
     // Nothing read yet and nothing to read: zero bytes, shown as blanks.
     QByteArray fresh("wrong size");
     EXPECT_EQ(LogPageText(BuildLogPage({}, fresh)), QString(23 * 80, u' '));
-
     EXPECT_EQ(LogPageText("caf\xE9\r\nx\ry\nz\x80\r\n"), QStringLiteral("café\nx\ny\nz€"));
 }
 
@@ -84,12 +82,10 @@ TEST_F(LogViewerTest, TheScrollBarWalksThePagesReadAnewFromTheFile) {
     EXPECT_EQ(Lines(v).last(), LineText(23));
     v->VScroll1->setValue(40);
     EXPECT_EQ(Lines(v)[0], LineText(41));
-
     // Lines written while the window is open are there at the next page.
     WriteLog(SongLines(1, 52));
     v->VScroll1->setValue(41);
     EXPECT_EQ(Lines(v)[10], LineText(52));
-
     // The menu again only brings the open window forward.
     EXPECT_EQ(Open(), v);
     EXPECT_EQ(v->VScroll1->value(), 41);
@@ -116,7 +112,6 @@ TEST_F(LogViewerTest, AMissingFullOrVanishingLogIsToldNeverCrashes) {
     EXPECT_EQ(v->Text1->toPlainText(), QStringLiteral("LOG bestand niet gevonden"));
     Close(v);
     EXPECT_TRUE(h.boxes().shown.empty());
-
     WriteEmptyLog(80 * 32000 - 40);  // 31999.5 lines, to the even 32000
     v = Open();
     ASSERT_EQ(h.boxes().shown.size(), 1u);
@@ -134,7 +129,6 @@ TEST_F(LogViewerTest, AMissingFullOrVanishingLogIsToldNeverCrashes) {
     WriteEmptyLog(80 * 32000 - 41);
     EXPECT_EQ(Open()->VScroll1->maximum(), 32000);
     EXPECT_EQ(h.boxes().shown.size(), 2u);
-
     // Gone while shown: the run-time error's box, and the page stays.
     ASSERT_TRUE(QFile::remove(log()));
     Open()->VScroll1->setValue(2);

@@ -46,7 +46,6 @@ struct PlayEngineTest : ::testing::Test {
     QStringList lines;  // the message line at each let-through
     std::function<void(double second)> during;  // runs at each let-through, by the song's second
     double startTimer = 0;
-
     void Start(std::function<void(Settings&)> edit = {}) {
         song = h.inst.home + QStringLiteral("/Band - Tune.mp3");
         ASSERT_TRUE(WriteFileBytes(song, SilentSong96(65)));
@@ -102,7 +101,6 @@ TEST_F(PlayEngineTest, ASongPlaysToItsEndCountingDownAndIsLoggedAndAMissingOneIs
     EXPECT_EQ(f().ProgressBar1->value(), 0);
     EXPECT_EQ(f().Text8->text(), QStringLiteral("00:00"));
     EXPECT_FALSE(f().Timer3->isActive());
-
     DoubleClick(2);
     EXPECT_EQ(LogLines("Other"), 1);
     EXPECT_TRUE(player().calls.filter(QStringLiteral("gone")).isEmpty());
@@ -118,7 +116,6 @@ TEST_F(PlayEngineTest, APausePushesTheEndOutAndAnIntroOrACutShortSongEndsEarly) 
     DoubleClick(1);
     EXPECT_NEAR(Second(), 75, 2);
     EXPECT_TRUE(Shown(QStringLiteral("Playing of song pauzed.")));
-
     // A small value written into DurationSeconds ends the song at the next
     // spin; the player is left playing for whatever comes next.
     during = [this](double s) {
@@ -128,7 +125,6 @@ TEST_F(PlayEngineTest, APausePushesTheEndOutAndAnIntroOrACutShortSongEndsEarly) 
     EXPECT_NEAR(Second(), 11, 1.5);
     EXPECT_EQ(player().PlayState(), mpPlaying);
     EXPECT_EQ(LogLines("Tune"), 2);
-
     during = nullptr;
     j().settings.IntroSeconds = 15;
     j().IntroOnly = 1;
@@ -150,7 +146,6 @@ TEST_F(PlayEngineTest, WithoutFastPcTheSongIsLeftToThePlayerAndTheDelayedStartPl
     h.inst.tp.clock.Advance(66);
     EXPECT_EQ(j().PlayStopped, 1);
     EXPECT_EQ(f().Text1->text(), QStringLiteral("Playing of song stopped."));
-
     player().calls.clear();
     j().engine.DelayTicks = 0;
     f().Timer4->start();
@@ -172,7 +167,6 @@ TEST_F(PlayEngineTest, APlayerErrorAsksWhetherToRepairAndYesTriesAgain) {
                                                       "Should the ZOR JUKEBOX try to correct this?  "));
     EXPECT_EQ(h.boxes().shown[0].flags, vbYesNo | vbExclamation | vbDefaultButton2);
     EXPECT_EQ(LogLines("Tune"), 1);  // No is the default: the song ends
-
     h.boxes().answers = {vbYes, vbNo};
     j().Language = QStringLiteral("0");
     DoubleClick(1);
@@ -180,7 +174,6 @@ TEST_F(PlayEngineTest, APlayerErrorAsksWhetherToRepairAndYesTriesAgain) {
     EXPECT_EQ(h.boxes().shown[1].title, QStringLiteral("ZOR JUKEBOX - Media-Player PROBLEEM"));
     EXPECT_EQ(LogLines("Tune"), 3);  // the second try logs again
     EXPECT_EQ(player().calls.count(QStringLiteral("Open ") + song), 3);
-
     // In the playlist the loop moves on without a question.
     j().PlaylistActive = 1;
     h.boxes().shown.clear();
@@ -198,7 +191,6 @@ TEST_F(PlayEngineTest, HaltAndEscStopTheSongAndEscWhenStoppedEndsTheProgram) {
     DoubleClick(1);
     EXPECT_NEAR(Second(), 6, 1.5);
     EXPECT_EQ(player().calls.mid(player().calls.size() - 2), QStringList({QStringLiteral("Stop"), zor3}));
-
     during = [this](double s) {
         if (s >= 5 && j().PlayStopped == 0) QTest::keyClick(&f(), Qt::Key_Escape);
     };
@@ -206,7 +198,6 @@ TEST_F(PlayEngineTest, HaltAndEscStopTheSongAndEscWhenStoppedEndsTheProgram) {
     EXPECT_NEAR(Second(), 6, 1.5);
     EXPECT_EQ(player().calls.last(), zor3);
     EXPECT_EQ(h.inst.tp.process.ends, 0);
-
     during = nullptr;
     QTest::keyClick(&f(), Qt::Key_Escape);
     EXPECT_EQ(h.inst.tp.process.ends, 1);
@@ -322,7 +313,6 @@ TEST_F(PlayEngineTest, ADoubleClickEndsVoiceSteeringAndGoesToTheMixerWhenOpen) {
     EXPECT_EQ(calls, QStringList{QStringLiteral("mixer row 1")});
     EXPECT_EQ(j().engine.FreeSpeechEnabled, 0);
     EXPECT_EQ(LogLines("Tune"), 0);  // the mixer took it: nothing played
-
     calls.clear();
     j().engine.MixerOpen = 0;
     DoubleClick(1);

@@ -31,11 +31,9 @@ TEST(PlayLogRecord, EightyBytesInFixedColumnsCutNeverWrappedInTheWindowsCodePage
         {QString(13, u'T'), QString(11, u'D'), QStringLiteral("A title of thirty-one letters!X"), QString(21, u'='), "1974-75"});
     EXPECT_EQ(cut, QByteArray(12, 'T') + QByteArray(10, 'D') + "A title of thirty-one letters!" + QByteArray(20, '=') +
                        "1974-7\r\n");
-
     // Windows-1252 bytes: one a character, "?" for what the page lacks.
     EXPECT_EQ(EncodeLogRecord({{}, {}, QStringLiteral("Café “Ölmüß” €5 – ☃"), {}, {}}),
               Line("", "", "Caf\xE9 \x93\xD6lm\xFC\xDF\x94 \x80" "5 \x96 ?", "", ""));
-
     // An empty record is a blank line, its end kept.
     EXPECT_EQ(EncodeLogRecord({}), Blanks(78) + "\r\n");
 }
@@ -65,13 +63,11 @@ TEST_F(PlayLogTest, LinesAreAppendedAfterWhateverTheFileHolds) {
     const QByteArray earlier = QByteArray("old line\r\n").repeated(9) + "tail";
     ASSERT_TRUE(WriteFileBytes(log(), earlier));
     const QByteArray time = LogTimeText(tp.clock.now).toLatin1(), date = LogDateText(tp.clock.now).toLatin1();
-
     LogProgramStart(j);
     LogSongStart(j, grid);
     tp.clock.Advance(3600);
     const QByteArray later = LogTimeText(tp.clock.now).toLatin1();
     LogProgramStop(j);
-
     const QByteArray bytes = FileBytes(log());
     ASSERT_EQ(bytes.size(), earlier.size() + 6 * kLogLineBytes);
     EXPECT_TRUE(bytes.startsWith(earlier));
@@ -94,7 +90,6 @@ TEST_F(PlayLogTest, NothingIsWrittenWhileLoggingIsOffAndALogThatCannotBeWrittenI
     LogSongStart(j, grid);
     LogProgramStop(j);
     EXPECT_FALSE(QFile::exists(log()));
-
     j.settings.LogActivity = 1;
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("ZORjuke.log")));
     EXPECT_NO_THROW(LogProgramStart(j));

@@ -39,7 +39,6 @@ struct PlaylistFilesTest : ::testing::Test {
     Jukebox& j() { return h.j(); }
     FakeCommonDialog& dialog() { return h.inst.tp.dialog; }
     QString File(const char* name) { return h.inst.File(QString::fromLatin1(name)); }
-
     void StartWith(std::vector<SongFields> catalogue) {
         songs = std::move(catalogue);
         TestInstallation::AddSongs(File("Mp3data1.mdb"), songs);

@@ -182,12 +182,10 @@ TEST_F(PlaylistModeTest, WithoutMarksTheWindowStaysSplitUntilLeftAndLeavingResto
     EXPECT_TRUE(f().MFgrid2View->isVisibleTo(&f()));
     EXPECT_EQ(f().Frame2->title(), catalogueLegend);
     EXPECT_TRUE(f().Command1->text().isEmpty());
-
     h.Click("Command7");
     EXPECT_EQ(j().PlaylistActive, 0);
     EXPECT_FALSE(f().MFgrid2View->isVisibleTo(&f()));
     EXPECT_EQ(f().MFGrid1View->width(), j().shell.ScreenWidthPx - 16);
-
     // Leaving a list restores the catalogue's bar in its language and clears the marks.
     Mark({5, 6});
     h.Click("Playlist2");
@@ -216,7 +214,6 @@ TEST_F(PlaylistModeTest, ArtistSelectionMarksEverySongOfTheArtistAndInThePlaylis
     // It started at once, whatever DirectPlay says, and went over the list once.
     EXPECT_EQ(f().Text1->text(), QStringLiteral("None of the songs of the Playlist could be played; the Playlist has been "
                                                 "stopped."));
-
     // In the playlist the same button and the menus only turn on random.
     j().Mp3Info.DurationSeconds = 200;
     h.Click("SelYear");

@@ -29,7 +29,6 @@ struct PlaylistRoadTest : ::testing::Test {
     std::map<int, std::function<void()>> onSong;  // runs when song n (from 1) has started
     Form1& f() { return h.form(); }
     Jukebox& j() { return h.j(); }
-
     // Songs on disk under these names, the catalogue in their order.
     void StartWith(const QStringList& names) {
         std::vector<SongFields> songs;
@@ -105,7 +104,6 @@ TEST_F(PlaylistRoadTest, AZplPlaylistSavedClearedOpenedAndStartedPlaysItsSongs) 
     h.Click("Playlist3");
     h.Click("Playlist4");
     ASSERT_EQ(j().PlaylistActive, 0);
-
     stopAfter = 2;
     ChooseInDialog(h.inst.File(QStringLiteral("mylist.zpl")));
     h.Click("Open2");
@@ -114,7 +112,6 @@ TEST_F(PlaylistRoadTest, AZplPlaylistSavedClearedOpenedAndStartedPlaysItsSongs) 
     // The cells keep their fields' blanks; the screen does not show them.
     EXPECT_EQ(f().MFgrid2.TextMatrix(1, 4), QStringLiteral("1979 "));
     EXPECT_EQ(f().MFgrid2View->model()->index(0, 4).data().toString(), QStringLiteral("1979"));
-
     // A name typed with an extension keeps it; the filter of every file adds none.
     ChooseInDialog(h.inst.File(QStringLiteral("other.list")));
     h.Click("Save4");
@@ -133,7 +130,6 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     ChooseInDialog(h.inst.File(QStringLiteral("two.zpl")));
     f().Run(OpenPlaylistFile);
     ASSERT_EQ(f().MFgrid2.TextMatrix(1, 6).size(), 100);  // padded, as read
-
     const QString m3u = h.inst.File(QStringLiteral("two.m3u"));
     ChooseInDialog(m3u);
     h.Click("Save5");
@@ -148,7 +144,6 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     EXPECT_EQ(lines, (QList<QByteArray>{"#EXTM3U\r", "#EXTINF:,Waterloo\r", paths[1].toUtf8() + '\r', "#EXTINF:,Zo\xC3\xAB\r",
                                         paths[0].toUtf8() + '\r', ""}));
     EXPECT_EQ(f().ProgressBar1->value(), f().ProgressBar1->maximum());
-
     // Read back, its header is a path that cannot be split: no list, and not a word.
     h.Click("Playlist4");
     ChooseInDialog(m3u);
@@ -156,7 +151,6 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     EXPECT_EQ(j().PlaylistActive, 0);
     EXPECT_EQ(f().MFGrid1.Rows(), 1);
     EXPECT_TRUE(f().MFGrid1.Visible() && h.boxes().shown.empty() && opened.isEmpty());
-
     // Without the header line, as another player's list: read and played.
     const QString foreign = h.inst.File(QStringLiteral("foreign.m3u"));
     ASSERT_TRUE(WriteFileBytes(foreign, bytes.mid(bytes.indexOf('\n') + 1)));
@@ -305,7 +299,6 @@ TEST_F(PlaylistRoadTest, ADoubleClickPlaysRowOneUnlessTheMixerTakesTheRowAndACli
     ClickPlaylistGrid(f());
     EXPECT_EQ(mixer, (QStringList{QStringLiteral("load 5"), QStringLiteral("up")}));
     EXPECT_TRUE(opened.isEmpty());
-
     j().engine.MixerOpen = 0;
     onSong[1] = [this] {
         f().MFgrid2.SetRow(4);
