@@ -129,7 +129,7 @@ struct PlaylistModeTest : ::testing::Test {
     QString Titles(const SongGrid& g) { return ColumnTexts(g, 1).join(u','); }
 };
 
-TEST_F(PlaylistModeTest, ShowingThePlaylistCopiesTheMarksInTheirOrderAndTurnsTheBar) {
+TEST_F(PlaylistModeTest, ShowingThePlaylistCopiesTheMarksInTheirOrderTurnsTheBarAndSaysWhetherItStarted) {
     StartWith();
     Mark({7, 2, 9});
     h.Click("Playlist2");
@@ -159,11 +159,7 @@ TEST_F(PlaylistModeTest, ShowingThePlaylistCopiesTheMarksInTheirOrderAndTurnsThe
     view.scrollTo(cell);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(cell).center());
     EXPECT_EQ(Titles(f().MFgrid2), QStringLiteral("Song 07,Song 02,Song 09,Song 04"));
-}
-
-TEST_F(PlaylistModeTest, ShowOnlyReportsNotStartedAndKeepsPlayModeAtZero) {
-    StartWith();
-    Mark({3});
+    // Shown only, with PlayMode 0: not started, and PlayMode stays.
     j().PlayMode = 0;
     EnterPlaylistMode(f());
     EXPECT_EQ(f().Text1->text(), QStringLiteral("Songs selected, but Playlist not yet started."));
