@@ -50,7 +50,8 @@ struct PlayEngineTest : ::testing::Test {
         song = h.inst.home + QStringLiteral("/Band - Tune.mp3");
         ASSERT_TRUE(WriteFileBytes(song, SilentSong96(65)));
         TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")),
-                                   {{"Tune", "Band", "", "1999", "", song}, {"Other", "Nobody", "", "", "", h.inst.home + QStringLiteral("/gone.mp3")}});
+                                   {{"Tune", "Band", "", "1999", "", song},
+                                    {"Other", "Nobody", "", "", "", h.inst.home + QStringLiteral("/gone.mp3")}});
         h.inst.EditSettings([&](Settings& s) {
             s.SortAtStart = 0;
             s.PlayerChoice = 4;
