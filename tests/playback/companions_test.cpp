@@ -51,16 +51,12 @@ SongFields Song(const QString& title, const QString& artist, const QString& albu
 
 struct CompanionsTest : ::testing::Test {
     FormHarness h;
-    QString lyricsDir, picturesDir, coversDir, backsDir;
-
-    void SetUp() override {
-        const QString base = h.inst.home + QStringLiteral("/c");
-        lyricsDir = base + QStringLiteral("/lyr");
-        picturesDir = base + QStringLiteral("/pic");
-        coversDir = base + QStringLiteral("/cov");
-        backsDir = base + QStringLiteral("/back");
-        for (const QString& d : {lyricsDir, picturesDir, coversDir, backsDir}) QDir().mkpath(d);
+    QString Dir(const char* name) {
+        const QString dir = h.inst.home + QStringLiteral("/c/") + QLatin1String(name);
+        QDir().mkpath(dir);
+        return dir;
     }
+    const QString lyricsDir = Dir("lyr"), picturesDir = Dir("pic"), coversDir = Dir("cov"), backsDir = Dir("back");
     void Start(const std::vector<SongFields>& songs, bool artistic = false) {
         TestInstallation::AddSongs(h.inst.File(QStringLiteral("Mp3data1.mdb")), songs);
         h.inst.EditSettings([&](Settings& s) {
@@ -92,13 +88,12 @@ struct CompanionsTest : ::testing::Test {
         grid().SetRow(row);
         ShowLyrics(f(), grid());
     }
-    int ShownPictureWidth() { return form4().PicClip1.width(); }
     // The artist picture shown for `row`, by its width; 0 when none comes.
     int ArtistPicture(int row) {
         grid().SetRow(row);
         form4().PicClip1 = QImage();
         ShowArtistPicture(f(), grid());
-        return form4().isVisible() ? ShownPictureWidth() : 0;
+        return form4().isVisible() ? form4().PicClip1.width() : 0;
     }
 };
 
@@ -111,7 +106,6 @@ TEST_F(CompanionsTest, LyricsAreFoundByTheirCellThenTheSongFileThenTheTitle) {
            Song("Bridge Over Troubled Water", "S&G", "", "/music/bridge.mp3"),
            Song("Anything", "X", "", "/music/x.mp3", h.inst.home + QStringLiteral("/own.txt")),
            Song("Gone", "X", "", "/music/gone.mp3", h.inst.home + QStringLiteral("/missing.txt"))});
-
     // A two-letter mark in the Lyrics cell falls through to the song file's
     // name with any extension, and only the first hit counts.
     LyricsOfRow(1);
@@ -119,17 +113,14 @@ TEST_F(CompanionsTest, LyricsAreFoundByTheirCellThenTheSongFileThenTheTitle) {
     EXPECT_EQ(ShownLyrics(), QStringLiteral("When I find myself\nin times of trouble\n"));
     EXPECT_EQ(form3().Text2->toPlainText(), form3().Text1->toPlainText());
     EXPECT_EQ(j().companion.LyricsLineCount, 2);
-
     // No file by the song file's name: the title's first eight letters, blanks not counted.
     LyricsOfRow(2);
     EXPECT_EQ(ShownLyrics(), QStringLiteral("When you're weary"));
     EXPECT_EQ(j().companion.LyricsLineCount, 0);
-
     // A longer Lyrics cell is the file itself, read in the Windows code page.
     LyricsOfRow(3);
     EXPECT_EQ(ShownLyrics(), QStringLiteral("Café line one\ntwo\nthree\n"));
     EXPECT_EQ(j().companion.LyricsLineCount, 3);
-
     // ... and when that file is gone there is no other search: nothing new shows.
     form3().hide();
     LyricsOfRow(4);
@@ -147,7 +138,6 @@ TEST_F(CompanionsTest, ABinaryOrHugeLyricsFileNeitherHangsNorFloodsTheWindow) {
     LyricsOfRow(1);
     EXPECT_FALSE(form3().isVisible());
     EXPECT_EQ(j().companion.LyricsLineCount, 0);
-
     LyricsOfRow(2);
     EXPECT_TRUE(form3().isVisible());
     EXPECT_LE(ShownLyrics().size(), kMaxLyricsBytes);
@@ -163,13 +153,11 @@ TEST_F(CompanionsTest, LyricsStandInTheLeftHalfCheck1WidensThemAndTheBoxesStopAt
     EXPECT_EQ(form3().geometry(), QRect(10, 152, 630, 595));
     EXPECT_TRUE(form3().Text1->isVisible());
     EXPECT_FALSE(form3().Text2->isVisible() || form3().Command1->isVisible());
-    EXPECT_EQ(form3().Check1->toolTip(), QStringLiteral("Lyrics text size"));
     form3().Check1->click();
     EXPECT_EQ(form3().width(), 1280 - 38);
     EXPECT_EQ(form3().Text1->font().family(), QStringLiteral("MS Sans Serif"));
     form3().Check1->click();
     EXPECT_EQ(form3().width(), 630);
-    EXPECT_EQ(form3().Text1->font().family(), j().companion.LyricsFont.name);
     // The text boxes follow the window, but not below 1000 twips.
     form3().resize(300, 200);
     EXPECT_EQ(form3().Text1->size(), QSize(283, 183));
@@ -226,13 +214,11 @@ TEST_F(CompanionsTest, TheRandomDrawKeepsToTheUnbrokenSeriesCountedOncePerSong) 
         return seen;
     };
     EXPECT_EQ(draws(), (std::set<int>{10, 20, 30}));
-
     // A new picture joins the series once the next song counts again.
     Picture(picturesDir + QStringLiteral("/Queen4.jpg"), 40);
     EXPECT_EQ(draws(), (std::set<int>{10, 20, 30}));
     ClearRandomPictureFlag(f());
     EXPECT_EQ(draws(), (std::set<int>{10, 20, 30, 40, 50}));
-
     // The picture without a number alone: shown at once, nothing drawn.
     ClearRandomPictureFlag(f());
     const uint32_t seed = f().companions->PictureRandom.Seed();
@@ -240,13 +226,14 @@ TEST_F(CompanionsTest, TheRandomDrawKeepsToTheUnbrokenSeriesCountedOncePerSong) 
     EXPECT_EQ(f().companions->PictureRandom.Seed(), seed);
 }
 
-TEST_F(CompanionsTest, AlbumCoverAndBackSayWhenTheyAreMissing) {
+TEST_F(CompanionsTest, AnAlbumBackThatIsNoPictureIsMissingAndEditsTheMixerAndSettingsKeepTheWindowsAway) {
+    Write(lyricsDir + QStringLiteral("/s.sng"), "text");
+    Picture(picturesDir + QStringLiteral("/A.jpg"), 30);
     Picture(coversDir + QStringLiteral("/Abbey Road.bmp"), 33);
     Write(backsDir + QStringLiteral("/Abbey Road.jpg"), "this is no picture");
-    Start({Song("Something", "The Beatles", "  Abbey Road ", "/m/s.mp3")});
+    Start({Song("s", "A", "  Abbey Road ", "/m/s.mp3")});
     grid().SetRow(1);
     ShowAlbumCover(f(), grid());
-    EXPECT_TRUE(CompanionVisible(f(), 18));
     EXPECT_EQ(f().companions->Form18().PicClip1.width(), 33);
     EXPECT_EQ(j().companion.PictureMissing, 0);
     // A file that is no picture counts as missing, without a box.
@@ -254,42 +241,34 @@ TEST_F(CompanionsTest, AlbumCoverAndBackSayWhenTheyAreMissing) {
     EXPECT_FALSE(CompanionVisible(f(), 19));
     EXPECT_EQ(j().companion.PictureMissing, 1);
     EXPECT_TRUE(h.boxes().shown.empty());
-}
-
-TEST_F(CompanionsTest, EditsHoldsTheMixerAndSettingsKeepTheWindowsAway) {
-    Write(lyricsDir + QStringLiteral("/s.sng"), "text");
-    Picture(picturesDir + QStringLiteral("/A.jpg"), 30);
-    Picture(coversDir + QStringLiteral("/B.jpg"), 30);
-    Start({Song("s", "A", "B", "/m/s.mp3")});
-    grid().SetRow(1);
+    // Which of the lyrics, artist picture and album cover come up.
     auto shows = [&] {
         f().companions->HideAll();
         j().companion.PictureNumber = 0;
         ShowLyrics(f(), grid());
         ShowArtistPicture(f(), grid());
         ShowAlbumCover(f(), grid());
-        std::vector<bool> v;
-        for (int n : {3, 4, 18}) v.push_back(CompanionVisible(f(), n));
-        return v;
+        return QString::number(CompanionVisible(f(), 3)) + QString::number(CompanionVisible(f(), 4)) +
+               QString::number(CompanionVisible(f(), 18));
     };
-    EXPECT_EQ(shows(), (std::vector<bool>{true, true, true}));
+    EXPECT_EQ(shows(), u"111");
     j().companion.LyricsEditing = 1;
-    EXPECT_EQ(shows(), (std::vector<bool>{true, false, false}));
+    EXPECT_EQ(shows(), u"100");
     j().companion.LyricsEditing = 0;
     j().engine.MixerOpen = 1;
-    EXPECT_EQ(shows(), (std::vector<bool>{true, false, false}));
+    EXPECT_EQ(shows(), u"100");
     j().engine.MixerOpen = 0;
     j().companion.ScrollHold = 1;
-    EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
+    EXPECT_EQ(shows(), u"000");
     // Lyr1 and Pict3 let go of the hold: the user asks for them.
     h.Click("Lyr1");
     h.Click("Pict3");
     EXPECT_TRUE(CompanionVisible(f(), 3) && CompanionVisible(f(), 4));
     j().settings.ShowLyricsAtPlay = j().settings.ShowPictureAtPlay = 0;
-    EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
+    EXPECT_EQ(shows(), u"000");
     j().settings.ShowLyricsAtPlay = j().settings.ShowPictureAtPlay = 1;
     f().setWindowState(Qt::WindowMinimized);
-    EXPECT_EQ(shows(), (std::vector<bool>{false, false, false}));
+    EXPECT_EQ(shows(), u"000");
 }
 
 TEST_F(CompanionsTest, AKeyInTheLyricsTakesOverUnlessTheUserIsEditing) {
@@ -311,7 +290,6 @@ TEST_F(CompanionsTest, AKeyInTheLyricsTakesOverUnlessTheUserIsEditing) {
     form3().Text1->moveCursor(QTextCursor::Start);
     ScrollLyricsDown(f());
     EXPECT_EQ(form3().Text1->textCursor().blockNumber(), 1);
-
     // While editing the keys type, and only the album windows go.
     j().companion.ScrollHold = 0;
     ShowAlbumBack(f(), grid());
@@ -327,26 +305,20 @@ TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileNameAndAGoneDirectoryIsR
     grid().SetRow(1);
     h.Click("Edit2");
     EXPECT_TRUE(form3().isVisible() && form3().Command1->isVisible());
-    EXPECT_EQ(form3().Text1->palette().color(QPalette::Base), QColor(255, 200, 120));
     EXPECT_EQ(j().companion.LyricsEditing, 1);
     form3().Text1->setPlainText(QStringLiteral("Mother Mary\ncomes to me €"));
     form3().Command1->click();
     const QString saved = lyricsDir + QStringLiteral("/Let It Be.txt");
     EXPECT_EQ(FileBytes(saved), QByteArray("Mother Mary\r\ncomes to me \x80\r\n"));
     EXPECT_EQ(j().companion.LyricsEditing, 0);
-    EXPECT_FALSE(form3().Command1->isVisible());
     h.Click("Lyr6");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Mother Mary\ncomes to me €"));
-
     // Save As through the dialog; Cancel writes nothing.
     const QString other = h.inst.home + QStringLiteral("/other.txt");
     h.inst.tp.dialog.names = {other, QString()};
     h.Click("Lyr3");
     h.Click("Lyr3");
-    EXPECT_TRUE(QFile::exists(other));
-    ASSERT_EQ(h.inst.tp.dialog.calls.size(), 2u);
-    EXPECT_EQ(h.inst.tp.dialog.calls[0].filter, QStringLiteral("All Files (*.*)|*.*"));
-
+    EXPECT_EQ(QDir(h.inst.home).entryList({QStringLiteral("*.txt")}), QStringList{QStringLiteral("other.txt")});
     // A path of under four characters writes nothing, and an empty window
     // never blanks a saved text.
     grid().SetRow(2);
@@ -356,7 +328,6 @@ TEST_F(CompanionsTest, NewLyricsAreSavedUnderTheSongFileNameAndAGoneDirectoryIsR
     h.Click("Edit2");
     h.Click("Lyr2");
     EXPECT_EQ(QFileInfo(saved).size(), 28);
-
     // A lyrics directory that is gone is reported, and the edit stays open.
     form3().Text1->setPlainText(QStringLiteral("keep me"));
     QDir(lyricsDir).removeRecursively();
@@ -406,7 +377,6 @@ TEST_F(CompanionsTest, TheSeamHidesAllFourAndFollowsANewMainWindow) {
     f().companions->Form18().show();
     j().HidePictureForms();
     for (int n : {3, 4, 18, 19}) EXPECT_FALSE(CompanionVisible(f(), n)) << n;
-
     // A reload makes new windows before the old ones go; the old ones
     // leave the new seam in place.
     auto old = std::move(f().companions);
