@@ -30,14 +30,18 @@ char FromUnicode(char16_t u) {
 }  // namespace
 
 QString Decode(const QByteArray& bytes) {
+    // Through raw pointers: indexing a QString checks for sharing each time,
+    // and pages of the log and whole records go through here.
     QString out(bytes.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < bytes.size(); ++i) out[i] = QChar(ToUnicode(static_cast<unsigned char>(bytes[i])));
+    QChar* to = out.data();
+    for (const char c : bytes) *to++ = QChar(ToUnicode(static_cast<unsigned char>(c)));
     return out;
 }
 
 QByteArray Encode(const QString& text) {
     QByteArray out(text.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < text.size(); ++i) out[i] = FromUnicode(text[i].unicode());
+    char* to = out.data();
+    for (const QChar c : text) *to++ = FromUnicode(c.unicode());
     return out;
 }
 
