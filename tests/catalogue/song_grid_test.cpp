@@ -1,6 +1,6 @@
-// The grid's row store: the sort rules (classes, case folding, numbers,
-// stability, the selected block) and the batching of change notices. The
-// mouse's selection rules are tested through the view.
+// The grid's row store: its errors, the sort's concrete cases and the
+// selected block, and the batching of change notices. The mouse's selection
+// rules are tested through the view.
 #include "catalogue/song_grid.h"
 #include "tests/support/errors.h"
 #include "tests/support/grid_columns.h"
@@ -15,14 +15,15 @@ namespace {
 
 using testing::ColumnTexts;
 
-// A heading row and one row a text, each carrying its input place in column
-// 11 so that the order of equal keys can be seen after the sort.
-SongGrid GridOf(const QStringList& texts, int col = 1) {
+// A heading row and one row a text in column 1, each carrying its input
+// place in column 11 so that the order of equal keys can be seen after the
+// sort.
+SongGrid GridOf(const QStringList& texts) {
     std::vector<GridRow> rows(1);
-    rows[0].Set(col, QStringLiteral("HEADING"));
+    rows[0].Set(1, QStringLiteral("HEADING"));
     for (int i = 0; i < texts.size(); ++i) {
         GridRow& r = rows.emplace_back();
-        r.Set(col, texts[i]);
+        r.Set(1, texts[i]);
         r.Set(11, QString::number(i + 1));
     }
     SongGrid g;
@@ -56,41 +57,25 @@ void SortColumn(SongGrid& g, int col, int order) {
     g.Sort(order);
 }
 
-TEST(SongGridSort, EmptiesThenNumbersThenTextsWithoutRegardToCaseAndStable) {
-    const QStringList texts = {"beta",  "Alpha", "",      "10", "alpha",   "9",       "ÉCLAIR",  "éclair", "Zulu",
-                               "abcdZ", "abcda", "ab",    "ab c", "12abc", "STRASSE", "strasse", ""};
+// Empties, then numbers by value, then texts without regard to case, stable
+// either way: the runtime rules' fuzz target holds the sort to that over any
+// texts. Here what it hardly comes upon: texts alike in their first eight
+// letters, which the sort compares first, and texts that begin others.
+TEST(SongGridSort, TextsAlikeInTheirFirstEightLettersOrderAsWholeTextsAndTheSelectionStays) {
+    const QStringList texts = {"yesterday once", "ab c", "", "10", "YESTERDAY ONCE", "yesterday", "ab", "9",
+                               "Yesterday Once More"};
     SongGrid g = GridOf(texts);
     g.Select(5, 1, 5, 1);
     g.SetTopRow(3);
     g.Sort(1);
-    // Texts differing only after their fourth letter, and texts that are the
-    // start of others, order as whole texts do.
-    EXPECT_EQ(ColumnTexts(g, 11), QStringList({"3", "17", "6", "4", "14", "12", "13", "11", "10", "2", "5", "1", "15", "16",
-                                          "9", "7", "8"}));
+    EXPECT_EQ(ColumnTexts(g, 11), QStringList({"3", "8", "4", "7", "2", "6", "1", "5", "9"}));
     EXPECT_EQ(g.TextMatrix(0, 1), QStringLiteral("HEADING"));
     EXPECT_EQ(std::make_tuple(g.Row(), g.Col(), g.RowSel(), g.ColSel(), g.TopRow()), std::make_tuple(5, 1, 5, 1, 3));
-
-    // Descending is the reverse order of the keys; equal keys still keep
-    // the order they came in.
-    g = GridOf(texts);
-    SortColumn(g, 1, 2);
-    EXPECT_EQ(ColumnTexts(g, 11), QStringList({"7", "8", "9", "15", "16", "1", "2", "5", "10", "11", "13", "12", "14", "4",
-                                          "6", "3", "17"}));
 
     // Any other order leaves the rows alone.
     g = GridOf(texts);
     SortColumn(g, 1, 0);
     EXPECT_EQ(ColumnTexts(g, 1), texts);
-}
-
-TEST(SongGridSort, NumericLookingCellsSortByValueOthersAsText) {
-    SongGrid g = GridOf({"1e3", "&H10", " 42 ", "1,000", "-5", "+3", "1.5", "$5", "1d2", "1.25", ".5", "-", ".",
-                         "1.2.3", "&HFFFF", "0012", "\t7"},
-                        4);
-    SortColumn(g, 4, 1);
-    // &HFFFF is the 16-bit -1; a tab is no blank, so "\t7" is a text.
-    EXPECT_EQ(ColumnTexts(g, 4), QStringList({"-5", "&HFFFF", ".5", "1.25", "1.5", "+3", "0012", "&H10", " 42 ", "1d2", "1e3",
-                                         "\t7", "$5", "-", ".", "1,000", "1.2.3"}));
 }
 
 TEST(SongGridSort, OnlyTheSelectedRowsMoveKeyedByTheSelectedColumnsLeftToRight) {
@@ -106,7 +91,6 @@ TEST(SongGridSort, OnlyTheSelectedRowsMoveKeyedByTheSelectedColumnsLeftToRight) 
     g.Select(5, 4, 2, 2);
     g.Sort(1);
     EXPECT_EQ(ColumnTexts(g, 4), QStringList({"1982", "1976", "1978", "1979", "1992", "1978"}));
-    EXPECT_EQ(std::make_tuple(g.Row(), g.Col(), g.RowSel(), g.ColSel()), std::make_tuple(5, 4, 2, 2));
 
     // A block that reaches into the heading row sorts from row 1 on.
     g.Select(0, 2, 6, 2);
@@ -125,13 +109,10 @@ TEST(SongGridChanges, WorkWhileRedrawIsOffOrHiddenComesAsOneReset) {
     g.SetRedraw(false);
     for (int r = 1; r <= 3; ++r) g.SetTextMatrix(r, 0, QString::number(r));
     SortColumn(g, 1, 2);
-    g.Clear();
-    g.SetRows(10);
     g.AppendRows(std::vector<GridRow>(5));
     g.SetRedraw(true);
     using Seen = decltype(seen);
     EXPECT_EQ(seen, Seen({{Change::Cell, 2, 3}, {Change::Reset, -1, -1}}));
-    EXPECT_EQ(g.Rows(), 15);
 
     // Turning Redraw on with nothing gathered says nothing; with only the
     // selection or TopRow moved, one selection notice.
@@ -155,7 +136,6 @@ TEST(SongGridChanges, WorkWhileRedrawIsOffOrHiddenComesAsOneReset) {
     EXPECT_EQ(resets(), 0);
     g.SetVisible(true);
     EXPECT_EQ(resets(), 1);
-    EXPECT_EQ(std::get<0>(seen.back()), Change::Reset);
 }
 
 }  // namespace

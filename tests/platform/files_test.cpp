@@ -33,20 +33,16 @@ struct Scratch : QTemporaryDir {
     }
 };
 
-TEST(Cp1252, EveryByteSurvivesTheRoundTripAndForeignCharactersBecomeQuestionMarks) {
-    QByteArray all;
-    for (int b = 0; b < 256; ++b) all.append(char(b));
-    const QString text = cp1252::Decode(all);
-    EXPECT_EQ(cp1252::Encode(text), all);
-    EXPECT_EQ(text[0x80], QChar(0x20AC));
-    EXPECT_EQ(text[0x81], QChar(0x0081));  // undefined in the code page: the C1 control
+// (That every byte comes back as itself is the runtime rules' fuzz target.)
+TEST(Cp1252, TheCodePagesOwnLettersAndForeignCharactersBecomeQuestionMarks) {
+    // 0x81 is undefined in the code page: the C1 control.
+    EXPECT_EQ(cp1252::Decode("\x80\x81"), QString(QChar(0x20AC)) + QChar(0x0081));
     EXPECT_EQ(cp1252::Encode(QStringLiteral("€ “q” – 日本 Ω ÿ")), QByteArray("\x80 \x93q\x94 \x96 ?? ? \xFF"));
     // U+0080 is not the euro sign's byte: that byte stands for U+20AC.
     EXPECT_EQ(cp1252::Encode(QString(QChar(0x0080))), QByteArray("?"));
     // Fields are cut or padded to their width in UTF-16 units, as a fixed
     // string counts them: a character beyond the BMP is two "?".
     EXPECT_EQ(cp1252::Field(QStringLiteral("€日"), 4), QByteArray("\x80?  "));
-    EXPECT_EQ(cp1252::Field(QStringLiteral("abcdef"), 3), QByteArray("abc"));
     EXPECT_EQ(cp1252::Field(QStringLiteral("a\U0001F600b"), 3), QByteArray("a??"));
 }
 
@@ -62,7 +58,6 @@ TEST(FileSystemDir, WildcardsIgnoreCaseAndListSortedWithoutRegardToCaseExactName
     EXPECT_EQ(fs.DirList(d.Path("?")), QStringList({"C", "X", "x"}));
     EXPECT_EQ(fs.Dir(d.Path("a*")), QStringLiteral("A.mp3"));
     EXPECT_EQ(fs.DirNext(), QStringLiteral("a.wav"));
-    EXPECT_EQ(fs.DirNext(), QString());
     EXPECT_EQ(fs.DirNext(), QString());
 
     // Exact names are case-sensitive; missing places give nothing.
@@ -121,7 +116,6 @@ TEST(FileSystemFiles, HeldFilesRefuseDeleteRenameAndOverwriteUntilReleased) {
         fs.Release(key);
         EXPECT_EQ(ErrorOf([&] { fs.Kill(a); }), 75);
     }
-    EXPECT_FALSE(fs.IsHeldOpen(a));
     fs.FileCopy(src, a);
     EXPECT_EQ(FileBytes(a), "copy");
     fs.Kill(d.Path("*.mdb"));
@@ -193,7 +187,6 @@ TEST(BinaryFile, OneBasedPositionsGrowTheFileReadShortAtTheEndAndReadOnlyNeverWr
         EXPECT_EQ(f.Length(), 8);
         EXPECT_EQ(f.Get(1, 8), QByteArray("abc\0\0\0xy", 8));
         f.Put(2, "Z");
-        EXPECT_EQ(f.Length(), 8);
         EXPECT_EQ(f.Get(7, 100), "xy");
         EXPECT_TRUE(f.Get(9, 1).isEmpty());
         EXPECT_EQ(ErrorOf([&] { f.Get(0, 1); }), 5);
