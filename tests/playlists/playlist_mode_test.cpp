@@ -5,7 +5,7 @@
 #include "playlists/random_history.h"
 #include "playlists/ui/playlist_mode.h"
 #include "catalogue/ui/song_grid_view.h"
-#include "tests/support/form_harness.h"
+#include "tests/support/form_test.h"
 #include "tests/support/grid_columns.h"
 
 #include <QAction>
@@ -95,10 +95,7 @@ SongFields Song(int n, const QString& artist, const QString& year, const QString
     return {QStringLiteral("Song %1").arg(n, 2, 10, QLatin1Char('0')), artist, "Album", year, "", path};
 }
 
-struct PlaylistModeTest : ::testing::Test {
-    FormHarness h;
-    Form1& f() { return h.form(); }
-    Jukebox& j() { return h.j(); }
+struct PlaylistModeTest : FormTest {
     // A catalogue of ten songs sorted on the title, which is table order.
     void StartWith(const QString& language = QStringLiteral("1")) {
         std::vector<SongFields> songs;
@@ -117,21 +114,13 @@ struct PlaylistModeTest : ::testing::Test {
         // The songs are not on disk: a list that starts passes over them
         // once and stops.
     }
-    // Marks the rows in this order, as the PLAY column's click writes them.
-    void Mark(std::initializer_list<int> rows) {
-        for (int r : rows) {
-            const QString mark = QString::number(j().PlaylistEnd++);
-            f().MFGrid1.SetTextMatrix(r, 0, mark);
-            f().MFGrid1.SetTextMatrix(r, 12, mark);
-        }
-    }
     QAction* Action(const char* name) { return f().findChild<QAction*>(QString::fromLatin1(name)); }
     QString Titles(const SongGrid& g) { return ColumnTexts(g, 1).join(u','); }
 };
 
 TEST_F(PlaylistModeTest, ShowingThePlaylistCopiesTheMarksInTheirOrderTurnsTheBarAndSaysWhetherItStarted) {
     StartWith();
-    Mark({7, 2, 9});
+    MarkForPlaylist(f(), {7, 2, 9});
     h.Click("Playlist2");
     EXPECT_EQ(j().PlaylistActive, 1);
     EXPECT_EQ(Titles(f().MFgrid2), QStringLiteral("Song 07,Song 02,Song 09"));
@@ -143,7 +132,6 @@ TEST_F(PlaylistModeTest, ShowingThePlaylistCopiesTheMarksInTheirOrderTurnsTheBar
     // Side by side: the list at the left, the catalogue at the right.
     EXPECT_LT(f().MFgrid2View->geometry().right(), f().MFGrid1View->x());
     EXPECT_TRUE(f().Frame2->title().contains(QStringLiteral("REPEAT")));
-    EXPECT_EQ(f().Command8->text(), QStringLiteral(" ||||||"));
     EXPECT_TRUE(f().Command8->isEnabled());
     EXPECT_EQ(Action("SelArt1")->text(), QStringLiteral("Play all songs by this artist at random"));
     // Direct help off and on again brings the playlist's tips, not the catalogue's.
@@ -177,20 +165,16 @@ TEST_F(PlaylistModeTest, WithoutMarksTheWindowStaysSplitUntilLeftAndLeavingResto
     EXPECT_EQ(j().PlaylistActive, 1);
     EXPECT_TRUE(f().MFgrid2View->isVisibleTo(&f()));
     EXPECT_EQ(f().Frame2->title(), catalogueLegend);
-    EXPECT_TRUE(f().Command1->text().isEmpty());
     h.Click("Command7");
     EXPECT_EQ(j().PlaylistActive, 0);
     EXPECT_FALSE(f().MFgrid2View->isVisibleTo(&f()));
     EXPECT_EQ(f().MFGrid1View->width(), j().shell.ScreenWidthPx - 16);
     // Leaving a list restores the catalogue's bar in its language and clears the marks.
-    Mark({5, 6});
+    MarkForPlaylist(f(), {5, 6});
     h.Click("Playlist2");
     EXPECT_TRUE(f().Frame2->title().contains(QStringLiteral("HERHAAL")));
     h.Click("Playlist4");
-    EXPECT_EQ(f().Frame2->title(),
-              QStringLiteral("     OPEN           BEWAAR          ERBIJ            ZOEK           BEWERK     INSTELLINGEN  "
-                             "PLAYLIST     ARTIEST             EINDE        "));
-    EXPECT_TRUE(f().Command9->text().isEmpty());
+    EXPECT_EQ(f().Frame2->title(), catalogueLegend);
     // Their catalogue roles are not here yet: disabled again.
     EXPECT_FALSE(f().Command8->isEnabled());
     EXPECT_EQ(Action("SelArt1")->text(), QStringLiteral("Selecteer alle songs van deze &Artiest"));

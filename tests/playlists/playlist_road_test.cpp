@@ -5,7 +5,7 @@
 #include "playlists/ui/playlist_mode.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "tests/support/disk_files.h"
-#include "tests/support/form_harness.h"
+#include "tests/support/form_test.h"
 #include "tests/support/grid_columns.h"
 #include "tests/support/song_bytes.h"
 
@@ -21,14 +21,11 @@
 namespace zor::testing {
 namespace {
 
-struct PlaylistRoadTest : ::testing::Test {
-    FormHarness h;
+struct PlaylistRoadTest : FormTest {
     QStringList paths;
     QStringList opened;  // the songs the player opened, in order
     int stopAfter = 0;   // Halt1 once this many songs have started
     std::map<int, std::function<void()>> onSong;  // runs when song n (from 1) has started
-    Form1& f() { return h.form(); }
-    Jukebox& j() { return h.j(); }
     // Songs on disk under these names, the catalogue in their order.
     void StartWith(const QStringList& names) {
         std::vector<SongFields> songs;
@@ -56,7 +53,7 @@ struct PlaylistRoadTest : ::testing::Test {
         QStringList names;
         for (int i = 1; i <= n; ++i) names << QStringLiteral("Band - Song %1.mp3").arg(i);
         StartWith(names);
-        for (int r = 1; r <= n; ++r) Mark({r});
+        for (int r = 1; r <= n; ++r) MarkForPlaylist(f(), {r});
         h.Click("Playlist2");
     }
     // The scratch file that frees a song is not a song.
@@ -73,14 +70,6 @@ struct PlaylistRoadTest : ::testing::Test {
         }
         if (stopAfter > 0 && opened.size() >= stopAfter && j().PlayStopped == 0) h.Click("Halt1");
     }
-    // The PLAY column's click on catalogue rows, in this order.
-    void Mark(std::initializer_list<int> rows) {
-        for (int r : rows) {
-            const QString mark = QString::number(j().PlaylistEnd++);
-            f().MFGrid1.SetTextMatrix(r, 0, mark);
-            f().MFGrid1.SetTextMatrix(r, 12, mark);
-        }
-    }
     QList<int> PlayedRows() {
         QList<int> rows;
         for (const QString& p : opened) rows << int(paths.indexOf(p)) + 1;
@@ -94,7 +83,7 @@ struct PlaylistRoadTest : ::testing::Test {
 
 TEST_F(PlaylistRoadTest, AZplPlaylistSavedClearedOpenedAndStartedPlaysItsSongs) {
     StartWith({"ABBA - Waterloo.mp3", "Queen - Bohemian Rhapsody.mp3", "Cher - Believe.mp3"});
-    Mark({3, 1});
+    MarkForPlaylist(f(), {3, 1});
     h.Click("Playlist2");
     // Typed without an extension: the dialog's filter gives it ".zpl",
     // so that the open dialog's filter shows it.
@@ -123,7 +112,7 @@ TEST_F(PlaylistRoadTest, AZplPlaylistSavedClearedOpenedAndStartedPlaysItsSongs) 
 
 TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackAsNoListAndItsEntriesPlay) {
     StartWith({"Caf\u00e9 Trio - Zo\u00eb.mp3", "ABBA - Waterloo.mp3"});
-    Mark({2, 1});
+    MarkForPlaylist(f(), {2, 1});
     h.Click("Playlist2");
     ChooseInDialog(h.inst.File(QStringLiteral("two.zpl")));
     h.Click("Save4");
@@ -159,11 +148,12 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     h.Click("Open2");
     EXPECT_EQ(opened, (QStringList{paths[1], paths[0]}));
     EXPECT_EQ(ColumnTexts(f().MFgrid2, 2), (QStringList{"ABBA", "Caf\u00e9 Trio"}));
+    EXPECT_EQ(f().MFGrid1.Rows(), 3);  // the list's rows in place of the catalogue's
 }
 
 TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirectoryAndHandsThemOnSo) {
     StartWith({"ABBA - Waterloo.mp3"});
-    Mark({1});
+    MarkForPlaylist(f(), {1});
     h.Click("Playlist2");
     const QString zpl = h.inst.File(QStringLiteral("old.zpl"));
     ChooseInDialog(zpl);
@@ -189,7 +179,7 @@ TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirecto
 
 TEST_F(PlaylistRoadTest, AListOfMissingSongsLetsEventsThroughAndEndsAfterAWholePassInEitherOrder) {
     StartWith({"ABBA - Waterloo.mp3", "Cher - Believe.mp3", "Queen - Bohemian Rhapsody.mp3"});
-    Mark({1, 2, 3});
+    MarkForPlaylist(f(), {1, 2, 3});
     h.Click("Playlist2");
     for (const QString& path : paths) QFile::remove(path);
     const QString log = h.inst.File(QStringLiteral("ZORjuke.log"));
