@@ -206,8 +206,7 @@ TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
         TestInstallation::AddSongs(h.inst.File("Mp3data1.mdb"),
                                    {SongFields{"Beta", "B"}, SongFields{"Gamma", "C"}, SongFields{"Alpha", "A"}});
         h.inst.EditSettings(d.damage);
-        ASSERT_TRUE(h.Start());
-        EXPECT_TRUE(h.boxes().shown.empty()) << h.boxes().shown[0].text.toStdString();
+        ASSERT_TRUE(h.Start());  // with no box: startup_fuzz
         EXPECT_EQ(h.j().SongCount, 3);
         d.check(h);
     }
@@ -329,9 +328,7 @@ TEST(LeavingTheProgram, EveryWayOutWritesTheStopLinesAndEndsTheProcess) {
         else if (way == u"CloseBox") h.form().close();
         else h.Click(way.toLatin1().constData());
         EXPECT_EQ(h.inst.tp.process.ends, 1);
-        QFile log(h.inst.File("ZORjuke.log"));
-        ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-        const QByteArray bytes = log.readAll();
+        const QByteArray bytes = FileBytes(h.inst.File("ZORjuke.log"));
         // Start: three lines; stop: two more, except through the close box.
         const int lines = way == u"CloseBox" ? 3 : 5;
         EXPECT_EQ(bytes.size(), lines * kLogLineBytes);
