@@ -173,11 +173,9 @@ TEST_F(CompanionsTest, TheArtisticSkinShowsText2FromTheLeftEdge) {
 }
 
 TEST_F(CompanionsTest, ThePlainTurnSkipsGapsAndNeverShowsTenOrAbove) {
-    for (auto [name, width] : {std::pair{"ABBA2.jpg", 22}, {"ABBA5.bmp", 55}, {"ABBA10.jpg", 100}})
+    for (auto [name, width] : {std::pair{"ABBA2.jpg", 22}, {"ABBA5.bmp", 55}, {"ABBA10.jpg", 100}, {"One1.jpg", 11},
+                               {"Nine9.jpg", 9}, {"Nine10.jpg", 100}})
         Picture(picturesDir + u'/' + QString::fromLatin1(name), width);
-    Picture(picturesDir + QStringLiteral("/One1.jpg"), 11);
-    Picture(picturesDir + QStringLiteral("/Nine9.jpg"), 9);
-    Picture(picturesDir + QStringLiteral("/Nine10.jpg"), 100);
     Start({Song("Waterloo", "ABBA", "", "/m/w.mp3"), Song("x", "One", "", "/m/x.mp3"),
            Song("y", "Nine", "", "/m/y.mp3")});
     EXPECT_EQ(ArtistPicture(1), 22);  // after two misses: no name alone, no 1
@@ -196,9 +194,9 @@ TEST_F(CompanionsTest, ThePlainTurnSkipsGapsAndNeverShowsTenOrAbove) {
 }
 
 TEST_F(CompanionsTest, TheRandomDrawKeepsToTheUnbrokenSeriesCountedOncePerSong) {
-    for (auto [name, width] : {std::pair{"Queen.jpg", 10}, {"Queen2.jpg", 20}, {"Queen3.bmp", 30}, {"Queen5.jpg", 50}})
+    for (auto [name, width] :
+         {std::pair{"Queen.jpg", 10}, {"Queen2.jpg", 20}, {"Queen3.bmp", 30}, {"Queen5.jpg", 50}, {"Solo.jpg", 7}})
         Picture(picturesDir + u'/' + QString::fromLatin1(name), width);
-    Picture(picturesDir + QStringLiteral("/Solo.jpg"), 7);
     Start({Song("a", "Queen", "", "/m/a.mp3"), Song("b", "Solo", "", "/m/b.mp3")});
     j().settings.RandomPictures = 1;
     auto draws = [&] {

