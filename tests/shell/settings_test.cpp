@@ -116,7 +116,7 @@ TEST_F(SettingsFileTest, AFullSaveWritesTheWidthsAndTheStampButNoSaveMakesTheFil
         EXPECT_EQ(I32(b, T + 692 + 4 * c), playlist[c]);
     }
     EXPECT_EQ(b.mid(T + 176, 50), cp1252::Encode(AuthorStampText().left(50)));
-    EXPECT_EQ(I16(b, T + 226), 1);  // the field after the stamp, cut to its 50 bytes, is untouched
+    EXPECT_EQ(I16(b, T + 226), 1);  // the stamp stops at its 50 bytes: the next field is untouched
 
     QFile::remove(ini);
     SaveSettings(j);
