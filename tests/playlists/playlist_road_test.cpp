@@ -1,7 +1,6 @@
 // Playlists the whole way through the menus: marked, saved, cleared, opened
 // and played, as the fake player's opens show; then the list's loop: its
 // buttons and clicks, random order, and a list whose songs are all missing.
-#include "playlists/ui/playlist_files.h"
 #include "playlists/ui/playlist_mode.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "tests/support/disk_files.h"
@@ -75,9 +74,11 @@ struct PlaylistRoadTest : FormTest {
         for (const QString& p : opened) rows << int(paths.indexOf(p)) + 1;
         return rows;
     }
-    void ChooseInDialog(const QString& name, int filter = 1) {
+    // The user picks this name, and this filter, in the dialog the control opens.
+    void Choose(const char* control, const QString& name, int filter = 1) {
         h.inst.tp.dialog.names = {name};
         h.inst.tp.dialog.filterChoices = {filter};
+        h.Click(control);
     }
 };
 
@@ -87,25 +88,21 @@ TEST_F(PlaylistRoadTest, AZplPlaylistSavedClearedOpenedAndStartedPlaysItsSongs) 
     h.Click("Playlist2");
     // Typed without an extension: the dialog's filter gives it ".zpl",
     // so that the open dialog's filter shows it.
-    ChooseInDialog(h.inst.File(QStringLiteral("mylist")));
-    h.Click("Save4");
+    Choose("Save4", h.inst.File(QStringLiteral("mylist")));
     ASSERT_TRUE(QFile::exists(h.inst.File(QStringLiteral("mylist.zpl"))));
     h.Click("Playlist3");
     h.Click("Playlist4");
     ASSERT_EQ(j().PlaylistActive, 0);
     stopAfter = 2;
-    ChooseInDialog(h.inst.File(QStringLiteral("mylist.zpl")));
-    h.Click("Open2");
+    Choose("Open2", h.inst.File(QStringLiteral("mylist.zpl")));
     EXPECT_EQ(opened, (QStringList{paths[2], paths[0]}));
     EXPECT_TRUE(h.boxes().shown.empty());
     // The cells keep their fields' blanks; the screen does not show them.
     EXPECT_EQ(f().MFgrid2.TextMatrix(1, 4), QStringLiteral("1979 "));
     EXPECT_EQ(f().MFgrid2View->model()->index(0, 4).data().toString(), QStringLiteral("1979"));
     // A name typed with an extension keeps it; the filter of every file adds none.
-    ChooseInDialog(h.inst.File(QStringLiteral("other.list")));
-    h.Click("Save4");
-    ChooseInDialog(h.inst.File(QStringLiteral("plain")), 2);
-    h.Click("Save4");
+    Choose("Save4", h.inst.File(QStringLiteral("other.list")));
+    Choose("Save4", h.inst.File(QStringLiteral("plain")), 2);
     EXPECT_TRUE(QFile::exists(h.inst.File(QStringLiteral("other.list"))));
     EXPECT_TRUE(QFile::exists(h.inst.File(QStringLiteral("plain"))));
 }
@@ -114,14 +111,11 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     StartWith({"Caf\u00e9 Trio - Zo\u00eb.mp3", "ABBA - Waterloo.mp3"});
     MarkForPlaylist(f(), {2, 1});
     h.Click("Playlist2");
-    ChooseInDialog(h.inst.File(QStringLiteral("two.zpl")));
-    h.Click("Save4");
-    ChooseInDialog(h.inst.File(QStringLiteral("two.zpl")));
-    f().Run(OpenPlaylistFile);
+    Choose("Save4", h.inst.File(QStringLiteral("two.zpl")));
+    Choose("Command3", h.inst.File(QStringLiteral("two.zpl")));  // the playlist's OPEN
     ASSERT_EQ(f().MFgrid2.TextMatrix(1, 6).size(), 100);  // padded, as read
     const QString m3u = h.inst.File(QStringLiteral("two.m3u"));
-    ChooseInDialog(m3u);
-    h.Click("Save5");
+    Choose("Save5", m3u);
     EXPECT_EQ(h.inst.tp.dialog.calls.back().title, QStringLiteral("ZOR JUKEBOX: Save Playlist in m3u format"));
     EXPECT_EQ(h.inst.tp.dialog.calls.back().filter,
               QStringLiteral("WinAmp, Live365 etc. Playlists (*.m3u)|*.m3u|All Files (*.*)|*.*"));
@@ -135,8 +129,7 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     EXPECT_EQ(f().ProgressBar1->value(), f().ProgressBar1->maximum());
     // Read back, its header is a path that cannot be split: no list, and not a word.
     h.Click("Playlist4");
-    ChooseInDialog(m3u);
-    h.Click("Open2");
+    Choose("Open2", m3u);
     EXPECT_EQ(j().PlaylistActive, 0);
     EXPECT_EQ(f().MFGrid1.Rows(), 1);
     EXPECT_TRUE(f().MFGrid1.Visible() && h.boxes().shown.empty() && opened.isEmpty());
@@ -144,8 +137,7 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     const QString foreign = h.inst.File(QStringLiteral("foreign.m3u"));
     ASSERT_TRUE(WriteFileBytes(foreign, bytes.mid(bytes.indexOf('\n') + 1)));
     stopAfter = 2;
-    ChooseInDialog(foreign);
-    h.Click("Open2");
+    Choose("Open2", foreign);
     EXPECT_EQ(opened, (QStringList{paths[1], paths[0]}));
     EXPECT_EQ(ColumnTexts(f().MFgrid2, 2), (QStringList{"ABBA", "Caf\u00e9 Trio"}));
     EXPECT_EQ(f().MFGrid1.Rows(), 3);  // the list's rows in place of the catalogue's
@@ -156,8 +148,7 @@ TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirecto
     MarkForPlaylist(f(), {1});
     h.Click("Playlist2");
     const QString zpl = h.inst.File(QStringLiteral("old.zpl"));
-    ChooseInDialog(zpl);
-    h.Click("Save4");
+    Choose("Save4", zpl);
     h.Click("Playlist4");
     // The list as the jukebox wrote it on Windows: the song on drive D.
     QByteArray record = FileBytes(zpl);
@@ -166,14 +157,12 @@ TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirecto
     ASSERT_TRUE(WriteFileBytes(zpl, record));
 
     stopAfter = 1;
-    ChooseInDialog(zpl);
-    h.Click("Open2");
+    Choose("Open2", zpl);
     EXPECT_EQ(opened, (QStringList{paths[0]}));
     EXPECT_TRUE(h.boxes().shown.empty());
     // Another program gets the song where it lies on this machine.
     const QString m3u = h.inst.File(QStringLiteral("old.m3u"));
-    ChooseInDialog(m3u);
-    h.Click("Save5");
+    Choose("Save5", m3u);
     EXPECT_TRUE(FileBytes(m3u).contains("\r\n" + paths[0].toUtf8() + "\r\n"));
 }
 
