@@ -1,11 +1,10 @@
 // Playlists the whole way through the menus: marked, saved, cleared, opened
 // and played, as the fake player's opens show; then the list's loop: its
 // buttons and clicks, random order, and a list whose songs are all missing.
-#include "playlists/ui/playlist_files.h"
 #include "playlists/ui/playlist_mode.h"
 #include "catalogue/ui/song_grid_view.h"
 #include "tests/support/disk_files.h"
-#include "tests/support/form_harness.h"
+#include "tests/support/form_test.h"
 #include "tests/support/grid_columns.h"
 #include "tests/support/song_bytes.h"
 
@@ -21,14 +20,11 @@
 namespace zor::testing {
 namespace {
 
-struct PlaylistRoadTest : ::testing::Test {
-    FormHarness h;
+struct PlaylistRoadTest : FormTest {
     QStringList paths;
     QStringList opened;  // the songs the player opened, in order
     int stopAfter = 0;   // Halt1 once this many songs have started
     std::map<int, std::function<void()>> onSong;  // runs when song n (from 1) has started
-    Form1& f() { return h.form(); }
-    Jukebox& j() { return h.j(); }
     // Songs on disk under these names, the catalogue in their order.
     void StartWith(const QStringList& names) {
         std::vector<SongFields> songs;
@@ -56,7 +52,7 @@ struct PlaylistRoadTest : ::testing::Test {
         QStringList names;
         for (int i = 1; i <= n; ++i) names << QStringLiteral("Band - Song %1.mp3").arg(i);
         StartWith(names);
-        for (int r = 1; r <= n; ++r) Mark({r});
+        for (int r = 1; r <= n; ++r) MarkForPlaylist(f(), {r});
         h.Click("Playlist2");
     }
     // The scratch file that frees a song is not a song.
@@ -73,66 +69,53 @@ struct PlaylistRoadTest : ::testing::Test {
         }
         if (stopAfter > 0 && opened.size() >= stopAfter && j().PlayStopped == 0) h.Click("Halt1");
     }
-    // The PLAY column's click on catalogue rows, in this order.
-    void Mark(std::initializer_list<int> rows) {
-        for (int r : rows) {
-            const QString mark = QString::number(j().PlaylistEnd++);
-            f().MFGrid1.SetTextMatrix(r, 0, mark);
-            f().MFGrid1.SetTextMatrix(r, 12, mark);
-        }
-    }
     QList<int> PlayedRows() {
         QList<int> rows;
         for (const QString& p : opened) rows << int(paths.indexOf(p)) + 1;
         return rows;
     }
-    void ChooseInDialog(const QString& name, int filter = 1) {
+    // The user picks this name, and this filter, in the dialog the control opens.
+    void Choose(const char* control, const QString& name, int filter = 1) {
         h.inst.tp.dialog.names = {name};
         h.inst.tp.dialog.filterChoices = {filter};
+        h.Click(control);
     }
 };
 
 TEST_F(PlaylistRoadTest, AZplPlaylistSavedClearedOpenedAndStartedPlaysItsSongs) {
     StartWith({"ABBA - Waterloo.mp3", "Queen - Bohemian Rhapsody.mp3", "Cher - Believe.mp3"});
-    Mark({3, 1});
+    MarkForPlaylist(f(), {3, 1});
     h.Click("Playlist2");
     // Typed without an extension: the dialog's filter gives it ".zpl",
     // so that the open dialog's filter shows it.
-    ChooseInDialog(h.inst.File(QStringLiteral("mylist")));
-    h.Click("Save4");
+    Choose("Save4", h.inst.File(QStringLiteral("mylist")));
     ASSERT_TRUE(QFile::exists(h.inst.File(QStringLiteral("mylist.zpl"))));
     h.Click("Playlist3");
     h.Click("Playlist4");
     ASSERT_EQ(j().PlaylistActive, 0);
     stopAfter = 2;
-    ChooseInDialog(h.inst.File(QStringLiteral("mylist.zpl")));
-    h.Click("Open2");
+    Choose("Open2", h.inst.File(QStringLiteral("mylist.zpl")));
     EXPECT_EQ(opened, (QStringList{paths[2], paths[0]}));
     EXPECT_TRUE(h.boxes().shown.empty());
     // The cells keep their fields' blanks; the screen does not show them.
     EXPECT_EQ(f().MFgrid2.TextMatrix(1, 4), QStringLiteral("1979 "));
     EXPECT_EQ(f().MFgrid2View->model()->index(0, 4).data().toString(), QStringLiteral("1979"));
     // A name typed with an extension keeps it; the filter of every file adds none.
-    ChooseInDialog(h.inst.File(QStringLiteral("other.list")));
-    h.Click("Save4");
-    ChooseInDialog(h.inst.File(QStringLiteral("plain")), 2);
-    h.Click("Save4");
+    Choose("Save4", h.inst.File(QStringLiteral("other.list")));
+    Choose("Save4", h.inst.File(QStringLiteral("plain")), 2);
     EXPECT_TRUE(QFile::exists(h.inst.File(QStringLiteral("other.list"))));
     EXPECT_TRUE(QFile::exists(h.inst.File(QStringLiteral("plain"))));
 }
 
 TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackAsNoListAndItsEntriesPlay) {
     StartWith({"Caf\u00e9 Trio - Zo\u00eb.mp3", "ABBA - Waterloo.mp3"});
-    Mark({2, 1});
+    MarkForPlaylist(f(), {2, 1});
     h.Click("Playlist2");
-    ChooseInDialog(h.inst.File(QStringLiteral("two.zpl")));
-    h.Click("Save4");
-    ChooseInDialog(h.inst.File(QStringLiteral("two.zpl")));
-    f().Run(OpenPlaylistFile);
+    Choose("Save4", h.inst.File(QStringLiteral("two.zpl")));
+    Choose("Command3", h.inst.File(QStringLiteral("two.zpl")));  // the playlist's OPEN
     ASSERT_EQ(f().MFgrid2.TextMatrix(1, 6).size(), 100);  // padded, as read
     const QString m3u = h.inst.File(QStringLiteral("two.m3u"));
-    ChooseInDialog(m3u);
-    h.Click("Save5");
+    Choose("Save5", m3u);
     EXPECT_EQ(h.inst.tp.dialog.calls.back().title, QStringLiteral("ZOR JUKEBOX: Save Playlist in m3u format"));
     EXPECT_EQ(h.inst.tp.dialog.calls.back().filter,
               QStringLiteral("WinAmp, Live365 etc. Playlists (*.m3u)|*.m3u|All Files (*.*)|*.*"));
@@ -146,8 +129,7 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     EXPECT_EQ(f().ProgressBar1->value(), f().ProgressBar1->maximum());
     // Read back, its header is a path that cannot be split: no list, and not a word.
     h.Click("Playlist4");
-    ChooseInDialog(m3u);
-    h.Click("Open2");
+    Choose("Open2", m3u);
     EXPECT_EQ(j().PlaylistActive, 0);
     EXPECT_EQ(f().MFGrid1.Rows(), 1);
     EXPECT_TRUE(f().MFGrid1.Visible() && h.boxes().shown.empty() && opened.isEmpty());
@@ -155,19 +137,18 @@ TEST_F(PlaylistRoadTest, AnM3uWrittenFromAReopenedListCarriesNoPaddingReadsBackA
     const QString foreign = h.inst.File(QStringLiteral("foreign.m3u"));
     ASSERT_TRUE(WriteFileBytes(foreign, bytes.mid(bytes.indexOf('\n') + 1)));
     stopAfter = 2;
-    ChooseInDialog(foreign);
-    h.Click("Open2");
+    Choose("Open2", foreign);
     EXPECT_EQ(opened, (QStringList{paths[1], paths[0]}));
     EXPECT_EQ(ColumnTexts(f().MFgrid2, 2), (QStringList{"ABBA", "Caf\u00e9 Trio"}));
+    EXPECT_EQ(f().MFGrid1.Rows(), 3);  // the list's rows in place of the catalogue's
 }
 
 TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirectoryAndHandsThemOnSo) {
     StartWith({"ABBA - Waterloo.mp3"});
-    Mark({1});
+    MarkForPlaylist(f(), {1});
     h.Click("Playlist2");
     const QString zpl = h.inst.File(QStringLiteral("old.zpl"));
-    ChooseInDialog(zpl);
-    h.Click("Save4");
+    Choose("Save4", zpl);
     h.Click("Playlist4");
     // The list as the jukebox wrote it on Windows: the song on drive D.
     QByteArray record = FileBytes(zpl);
@@ -176,20 +157,18 @@ TEST_F(PlaylistRoadTest, AZplFromWindowsFindsItsDriveLetterSongsInTheHomeDirecto
     ASSERT_TRUE(WriteFileBytes(zpl, record));
 
     stopAfter = 1;
-    ChooseInDialog(zpl);
-    h.Click("Open2");
+    Choose("Open2", zpl);
     EXPECT_EQ(opened, (QStringList{paths[0]}));
     EXPECT_TRUE(h.boxes().shown.empty());
     // Another program gets the song where it lies on this machine.
     const QString m3u = h.inst.File(QStringLiteral("old.m3u"));
-    ChooseInDialog(m3u);
-    h.Click("Save5");
+    Choose("Save5", m3u);
     EXPECT_TRUE(FileBytes(m3u).contains("\r\n" + paths[0].toUtf8() + "\r\n"));
 }
 
 TEST_F(PlaylistRoadTest, AListOfMissingSongsLetsEventsThroughAndEndsAfterAWholePassInEitherOrder) {
     StartWith({"ABBA - Waterloo.mp3", "Cher - Believe.mp3", "Queen - Bohemian Rhapsody.mp3"});
-    Mark({1, 2, 3});
+    MarkForPlaylist(f(), {1, 2, 3});
     h.Click("Playlist2");
     for (const QString& path : paths) QFile::remove(path);
     const QString log = h.inst.File(QStringLiteral("ZORjuke.log"));

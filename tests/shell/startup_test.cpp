@@ -159,8 +159,6 @@ TEST(StartUp, WithoutTheCapitalisedSettingsFileTheDefaultsApply) {
     }
 }
 
-// A damaged record starts the program all the same: each value the program
-// can't use is taken as the nearest one it can, and the catalogue opens.
 TEST(StartUp, ADamagedRecordStartsWithTheNearestUsableValues) {
     struct Damage {
         const char* what;
@@ -226,10 +224,8 @@ struct BoxesBehindPictures : FakeMessageBoxes {
     }
 };
 
-// Start-up runs as every event does: a run-time error while the start
-// picture is up ends the load with the runtime's box, shown with the
-// picture windows out of the way, and the window and the process live on.
-// Later events take the same way.
+// Start-up runs as every event does: the run-time error's box comes with the
+// picture windows out of the way, in the load as in any later event.
 TEST(StartUp, ARunTimeErrorInTheLoadShowsItsBoxAfterHidingThePicturesAndTheProgramLives) {
     TestInstallation inst;
     BoxesBehindPictures boxes;
@@ -329,9 +325,7 @@ TEST(LeavingTheProgram, EveryWayOutWritesTheStopLinesAndEndsTheProcess) {
         else if (way == u"CloseBox") h.form().close();
         else h.Click(way.toLatin1().constData());
         EXPECT_EQ(h.inst.tp.process.ends, 1);
-        QFile log(h.inst.File("ZORjuke.log"));
-        ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-        const QByteArray bytes = log.readAll();
+        const QByteArray bytes = FileBytes(h.inst.File("ZORjuke.log"));
         // Start: three lines; stop: two more, except through the close box.
         const int lines = way == u"CloseBox" ? 3 : 5;
         EXPECT_EQ(bytes.size(), lines * kLogLineBytes);
