@@ -107,7 +107,7 @@ TEST(EncodedRepair, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHar
     EXPECT_FALSE(tp.files.IsHeldOpen(song));
 
     // A copy that fails, injected or on the disk itself, leaves the song whole.
-    tp.files.FailNext(QStringLiteral("FileCopy"), 61);
+    tp.files.FailNext(QStringLiteral("Name"), 61);
     EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("song.mp3.zorcopy")));
     EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
