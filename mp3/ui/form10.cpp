@@ -62,6 +62,8 @@ Form10::Form10(Form1& form) : QWidget(&form, Qt::Window), f(form) {
     grid->setHorizontalSpacing(14);
     grid->setVerticalSpacing(4);
     grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance(QStringLiteral("CCIT J17  ")) + 40);
+    // Room for the caption in the title bar.
+    setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral(" ZOR JUKEBOX - MP3 BESTANDSINFORMATIE")) + 80);
     int r = 0;
     for (const Row& row : kRows) {
         captions[r] = NamedLabel(this, row.caption);

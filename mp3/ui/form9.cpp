@@ -15,6 +15,8 @@
 #include <QRadioButton>
 #include <QScrollBar>
 
+#include <algorithm>
+
 namespace zor {
 namespace {
 
@@ -71,9 +73,12 @@ Form9::Form9(Form1& form) : QWidget(&form, Qt::Window), f(form) {
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(10);
     grid->addWidget(Text2, 0, 0, 1, 4);
-    grid->addWidget(Label1, 1, 0, 1, 2);
-    grid->addWidget(Option1, 1, 2);
-    grid->addWidget(Option2, 1, 3);
+    auto* choice = new QHBoxLayout;
+    choice->setSpacing(16);
+    for (QWidget* c : {static_cast<QWidget*>(Label1), static_cast<QWidget*>(Option1), static_cast<QWidget*>(Option2)})
+        choice->addWidget(c);
+    choice->addStretch();
+    grid->addLayout(choice, 1, 0, 1, 4);
     auto* buttons = new QHBoxLayout;
     for (QPushButton* b : {Command1, Command2, Command3}) {
         b->setMinimumWidth(90);
@@ -83,7 +88,6 @@ Form9::Form9(Form1& form) : QWidget(&form, Qt::Window), f(form) {
     grid->addWidget(Label4, 3, 0);
     grid->addWidget(Text1, 3, 1);
     grid->addWidget(HScroll1, 3, 2, 1, 2);
-    grid->setColumnStretch(2, 1);
     grid->setColumnStretch(3, 1);
 
     connect(HScroll1, &QScrollBar::valueChanged, this, [this](int v) { On([&] { SliderChanged(v); }); });
@@ -125,6 +129,11 @@ void Form9::ShowText2() {
                              : j.Lang("Shortening of the END of file: ", "Inkorten van het EINDE van bestand: ");
     Text2->setText(what + song_);
     Text2->setCursorPosition(0);
+    // Wide enough for the whole path where the screen allows it: the user
+    // must see which file is to be cut.
+    const int room = Text2->fontMetrics().horizontalAdvance(Text2->text()) + 24;
+    Text2->setMinimumWidth(std::min(room, 900));
+    adjustSize();
 }
 
 void Form9::Load() {
