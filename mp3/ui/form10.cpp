@@ -105,12 +105,15 @@ void Form10::Load() {
 void ShowFileInformation(Form1& f) {
     // An open window is loaded again: it shows the row of this moment.
     auto* w = f.findChild<Form10*>(QStringLiteral("Form10"), Qt::FindDirectChildrenOnly);
-    if (!w) w = new Form10(f);
+    if (w) {
+        w->raise();
+        w->activateWindow();
+    } else {
+        w = new Form10(f);
+    }
     // A run-time error in Load reaches the menu's guard; the window shows
     // what it had by then, as a form whose Load stopped does.
     w->show();
-    w->raise();
-    w->activateWindow();
     w->Load();
 }
 

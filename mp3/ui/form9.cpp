@@ -222,10 +222,12 @@ void Form9::closeEvent(QCloseEvent* e) {
 
 void ShowTrimWindow(Form1& f) {
     auto* w = f.findChild<Form9*>(QStringLiteral("Form9"), Qt::FindDirectChildrenOnly);
+    if (w && w->isVisible()) {
+        w->raise();
+        w->activateWindow();
+    }
     if (!w) w = new Form9(f);
     w->show();
-    w->raise();
-    w->activateWindow();
     w->Load();
 }
 
