@@ -49,12 +49,11 @@ inline constexpr qint64 kTrimScanBytes = 1000;
 // The bytes that `ms` on the slider cut: the Cut of the window.
 qint64 TrimCut(int ms);
 
-// A frame start here is a byte of 255 followed by one of 224 or more: header
-// repair's test, stricter than the analyser's.
 // Where a saved trim of the beginning starts: `head` holds the 5000 bytes
 // read at cut + 1 (fewer at the end of a short song; the rest counts as
-// zeros). The first 999 of them are searched for a frame start; the copy
-// starts at the one found, else at the 1000th byte, frame start or not.
+// zeros). The first 999 of them are searched for a frame start (255, then
+// 224 or more: header repair's test, stricter than the analyser's); the
+// copy starts at the one found, else at the 1000th byte, frame start or not.
 qint64 TrimStart(const QByteArray& head, qint64 cut);
 
 // The trial's copy from a song of `length` bytes. Of the beginning: from
