@@ -213,11 +213,10 @@ void Form9::Save() {
 }
 
 void Form9::closeEvent(QCloseEvent* e) {
-    // Closed by its frame the window goes as BACK makes it go, and the trial
+    // Closed by its frame the window hides, as BACK makes it, and the trial
     // stops with it.
     MediaPlayer1->Stop();
-    hide();
-    e->ignore();
+    QWidget::closeEvent(e);
 }
 
 void ShowTrimWindow(Form1& f) {
