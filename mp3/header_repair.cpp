@@ -1,7 +1,10 @@
 #include "mp3/header_repair.h"
 
 #include "platform/binary_file.h"
+#include "platform/runtime_error.h"
 #include "platform/services.h"
+
+#include <QFileInfo>
 
 namespace zor {
 
@@ -21,14 +24,29 @@ qint64 RepairStart(const QByteArray& head, const std::function<void()>& letEvent
     return p;
 }
 
+BlockCopy CopyToEnd(qint64 length, qint64 from) {
+    BlockCopy c{from, 0, 0};
+    if (from <= length - kRepairBlockBytes) c.blocks = (length - kRepairBlockBytes - from) / kRepairBlockBytes + 1;
+    const qint64 p = from + c.blocks * kRepairBlockBytes;
+    if (length > p) c.restBytes = length - p + 1;
+    return c;
+}
+
+void CopyBlocks(BinaryFile& in, const BlockCopy& copy, BinaryFile& out) {
+    qint64 p = copy.from, d = 1;
+    const auto move = [&](qint64 n) {
+        const QByteArray bytes = in.Get(p, n);
+        if (bytes.size() != n) throw RuntimeError(62, QStringLiteral("Input past end of file"));
+        out.Put(d, bytes);
+        p += n;
+        d += n;
+    };
+    for (qint64 b = 0; b < copy.blocks; ++b) move(kRepairBlockBytes);
+    if (copy.restBytes > 0) move(copy.restBytes);
+}
+
 void CopyFromPosition(BinaryFile& in, qint64 length, qint64 from, BinaryFile& out) {
-    qint64 p = from, d = 1;
-    while (p <= length - kRepairBlockBytes) {
-        out.Put(d, in.Get(p, kRepairBlockBytes));
-        p += kRepairBlockBytes;
-        d += kRepairBlockBytes;
-    }
-    if (length > p) out.Put(d, in.Get(p, length - p + 1));
+    CopyBlocks(in, CopyToEnd(length, from), out);
 }
 
 void CopyPastLeadIn(FileSystem& fs, EventPump& events, const QString& song, const QString& scratch) {
@@ -42,8 +60,26 @@ void CopyPastLeadIn(FileSystem& fs, EventPump& events, const QString& song, cons
     CopyFromPosition(in, length, from, out);
 }
 
+bool IsSameFile(const QString& a, const QString& b) {
+    const QFileInfo fa(a), fb(b);
+    const QString ca = fa.canonicalFilePath(), cb = fb.canonicalFilePath();
+    return (!ca.isEmpty() && ca == cb) || fa.absoluteFilePath() == fb.absoluteFilePath();
+}
+
 void ReplaceFromScratch(FileSystem& fs, const QString& song, const QString& scratch) {
-    fs.FileCopy(scratch, song);
+    // On one disk the scratch itself is moved beside the song and renamed
+    // over it, so a song of megabytes isn't written twice. From another
+    // disk it is copied.
+    const bool moved = fs.ReplaceFile(song, [&](const QString& beside) {
+        try {
+            fs.Name(scratch, beside);
+            return true;
+        } catch (const RuntimeError& e) {
+            if (e.Number() != 74) throw;  // not "different drive"
+            return false;
+        }
+    });
+    if (!moved) fs.FileCopy(scratch, song);
     if (fs.FileExists(scratch)) fs.Kill(scratch);
 }
 

@@ -32,11 +32,30 @@ bool IsRepairFrameStart(const QByteArray& head, qint64 p);
 // found on the way and once at the end, as the scan lets events through.
 qint64 RepairStart(const QByteArray& head, const std::function<void()>& letEventsThrough);
 
-// Copies `in` from the 1-based position `from` into `out` from its first
-// byte: whole blocks of 30000 while `from` is at most length - 30000, then,
-// when length is above the position reached, the length - position + 1
-// bytes that remain. When the position reached is the length itself, that
-// last byte stays behind.
+// One copy in the jukebox's only shape: whole blocks of 30000 bytes read
+// from the 1-based position `from`, then `restBytes` more through a buffer
+// of exactly that size. Header repair and trimming differ only in where a
+// copy starts and how many blocks and bytes it takes.
+struct BlockCopy {
+    qint64 from = 1;
+    qint64 blocks = 0;
+    qint64 restBytes = 0;
+    qint64 Bytes() const { return blocks * kRepairBlockBytes + restBytes; }
+    bool operator==(const BlockCopy&) const = default;
+};
+
+// The copy to the end of a file of `length` bytes: whole blocks while the
+// position is at most length - 30000, then, when length is above the
+// position reached, the length - position + 1 bytes that remain. When the
+// position reached is the length itself, that last byte stays behind.
+BlockCopy CopyToEnd(qint64 length, qint64 from);
+
+// Reads `copy` from `in` and writes it into `out` from its first byte. A
+// read that comes back short (the file shrank under the copy) raises error
+// 62, so a copy is either whole or a failure.
+void CopyBlocks(BinaryFile& in, const BlockCopy& copy, BinaryFile& out);
+
+// CopyBlocks of CopyToEnd: `in` from `from` to its end into `out`.
 void CopyFromPosition(BinaryFile& in, qint64 length, qint64 from, BinaryFile& out);
 
 // Opens the song and the scratch, finds the start in the song's first 5000
@@ -46,9 +65,15 @@ void CopyFromPosition(BinaryFile& in, qint64 length, qint64 from, BinaryFile& ou
 // only read.
 void CopyPastLeadIn(FileSystem& fs, EventPump& events, const QString& song, const QString& scratch);
 
-// The song replaced by the scratch, then the scratch deleted. The copy goes
-// through a file of its own and a rename, so a failed copy leaves the song
-// as it was.
+// The same file under two names (a link, "..", a relative path). A song
+// kept under a scratch file's own name would be deleted as a leftover.
+bool IsSameFile(const QString& a, const QString& b);
+
+// The song replaced by the scratch, then the scratch deleted. The scratch
+// goes beside the song (moved there on one disk, copied from another) and is
+// renamed over it once it is on the disk, so a failure at any step, a crash
+// included, leaves the song as it was, and a song held open (the catalogue,
+// a player's song) is refused with error 70.
 void ReplaceFromScratch(FileSystem& fs, const QString& song, const QString& scratch);
 
 }  // namespace zor

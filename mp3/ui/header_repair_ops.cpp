@@ -4,16 +4,8 @@
 #include "platform/runtime_error.h"
 #include "shell/ui/form1.h"
 
-#include <QFileInfo>
-
 namespace zor {
 namespace {
-
-bool SameFile(const QString& a, const QString& b) {
-    const QFileInfo fa(a), fb(b);
-    const QString ca = fa.canonicalFilePath(), cb = fb.canonicalFilePath();
-    return (!ca.isEmpty() && ca == cb) || fa.absoluteFilePath() == fb.absoluteFilePath();
-}
 
 // The repair deletes the catalogue here, not the song. The catalogue is open for
 // as long as the jukebox runs, so the deletion is refused and the repair
@@ -35,7 +27,7 @@ void RemoveLeadIn(Form1& f, SongGrid& grid) {
     const QString scratch = j.ProgramFile(QStringLiteral("ZOR1.mp3"));
     // A song kept under the scratch's own name would be deleted as a
     // leftover scratch.
-    if (SameFile(song, scratch)) return;
+    if (IsSameFile(song, scratch)) return;
     try {
         if (fs.FileExists(scratch)) fs.Kill(scratch);
         if (!fs.FileExists(song)) return;

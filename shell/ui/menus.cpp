@@ -3,6 +3,8 @@
 #include "catalogue/ui/catalogue_ops.h"
 #include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/import_ops.h"
+#include "mp3/ui/form10.h"
+#include "mp3/ui/form9.h"
 #include "playback/ui/form24.h"
 #include "playback/ui/lyrics_ops.h"
 #include "playback/ui/play_ops.h"
@@ -58,7 +60,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "CleSel1", "&Clear selection numbers", "Wis selectie", ClearSelectionNumbers},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "RemHead", "&Remove non-standard mp3-header", "Verwijder niet-standaard header uit MP3-bestand", nullptr},
-    {MenuEntry::Entry, "Short1", "S&horten beginning or end of mp3 file", "In&korten van begin of eind van MP3-bestand", nullptr},
+    {MenuEntry::Entry, "Short1", "S&horten beginning or end of mp3 file", "In&korten van begin of eind van MP3-bestand", ShowTrimWindow},
     {MenuEntry::Menu, "Action", "&Action", "&Actie", nullptr},
     {MenuEntry::Entry, "ClearFill", "&Clear and Add songs", "&Wis en voeg song(s) toe", ClearFill},
     {MenuEntry::Entry, "AddSongs", "&Add All Songs ", "&Voeg alle songs toe", AddSongs},
@@ -144,7 +146,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "Tag8", "&Replace contents of ID3 tag(s)", "Vervang de inhoud van ID3 tag(s)", nullptr},
     {MenuEntry::Entry, "Tag6", "Replace ST&YLE in ID3-tag(s)", "&Vervang 'Style' aanduidingen in ID3-TAG(s)", nullptr},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "Tag2", "&Mp3 file information", "&Mp3 bestandsinformatie", nullptr},
+    {MenuEntry::Entry, "Tag2", "&Mp3 file information", "&Mp3 bestandsinformatie", ShowFileInformation},
     {MenuEntry::Entry, "Tag7", "Insert Album field with &Decade", "Voeg &Decennium in Album-veld in", nullptr},
     {MenuEntry::Menu, "Lyr0", "&Lyrics", nullptr, nullptr},
     {MenuEntry::Entry, "Lyr1", "Show &Lyrics for this song", "&Toon Lyrics voor deze song", ShowLyricsOfSong},

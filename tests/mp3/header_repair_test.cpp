@@ -96,7 +96,7 @@ TEST(Repair, JunkBeforeTheFirstFrameGoesTheTagComesAlongAndAFailedCopyHarmsNothi
 
     // A copy that fails leaves the song whole (how the copy stays whole on
     // the disk itself is the file system's test).
-    tp.files.FailNext(QStringLiteral("FileCopy"), 61);
+    tp.files.FailNext(QStringLiteral("Name"), 61);
     EXPECT_THROW(ReplaceFromScratch(tp.files, song, scratch), RuntimeError);
     EXPECT_EQ(FileBytes(song), junked);
 
