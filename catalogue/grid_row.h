@@ -16,6 +16,8 @@
 namespace zor {
 
 inline constexpr int kGridCols = 13;
+// The song file's path, the cell every file operation on a row starts from.
+inline constexpr int kPathColumn = 6;
 
 class GridRow {
 public:

@@ -143,7 +143,7 @@ void DeleteSelectedRecords(Form1& f) {
 void DeleteSongFile(Form1& f) {
     Jukebox& j = f.j;
     FileSystem& files = j.platform.files;
-    const QString path = f.MFGrid1.TextMatrix(f.MFGrid1.Row(), 6);
+    const QString path = f.MFGrid1.TextMatrix(f.MFGrid1.Row(), kPathColumn);
     // The Dutch box carries the title of another box; so it always has.
     const QString prompt = j.Lang(QStringLiteral("Delete this Mp3 file: "), QStringLiteral("Verwijder (=Wis!) dit Mp3 bestand: ")) +
                            u'\n' + path + u'\n' + u'\n' +

@@ -11,8 +11,6 @@
 namespace zor {
 namespace {
 
-constexpr int kPathColumn = 6;
-
 struct Row {
     const char* caption;
     const char* english;

@@ -20,8 +20,6 @@
 namespace zor {
 namespace {
 
-constexpr int kPathColumn = 6;
-
 template <typename T>
 T* Named(T* w, const char* name) {
     w->setObjectName(QString::fromLatin1(name));

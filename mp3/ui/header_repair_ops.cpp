@@ -22,8 +22,8 @@ void DeleteCatalogue(Jukebox& j) {
 void RemoveLeadIn(Form1& f, SongGrid& grid) {
     Jukebox& j = f.j;
     FileSystem& fs = j.platform.files;
-    grid.SetCol(6);
-    const QString song = grid.Text();
+    grid.SetCol(kPathColumn);
+    const QString song = j.SongFileOnDisk(grid.Text());
     const QString scratch = j.ProgramFile(QStringLiteral("ZOR1.mp3"));
     // A song kept under the scratch's own name would be deleted as a
     // leftover scratch.

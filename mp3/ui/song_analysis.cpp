@@ -8,7 +8,6 @@
 namespace zor {
 namespace {
 
-constexpr int kPathColumn = 6;
 constexpr int kEncodingColumn = 10;
 constexpr int kRecordColumn = 11;
 constexpr int kEncodingField = 9;

@@ -203,7 +203,7 @@ void OpenInInternalPlayer(Form1& f, const QString& path) {
 PlayedBy StartPlayer(Form1& f, SongGrid& grid) {
     Jukebox& j = f.j;
     const int16_t choice = j.settings.PlayerChoice;
-    grid.SetCol(6);
+    grid.SetCol(kPathColumn);
     if (choice >= 1 && choice <= 3) {
         j.engine.CurrentSongPath.clear();
         if (j.StartExternalPlayer) j.StartExternalPlayer(grid);
@@ -260,7 +260,7 @@ SongOutcome PlayOnce(Form1& f, SongGrid& grid) {
     if (s.ShowFirst == 1 && s.MusicCentral == 0 && !ShowCompanionsAlive(f, grid)) return SongOutcome::WindowGone;
     f.ShowRecordNumber(grid.Row());
 
-    grid.SetCol(6);
+    grid.SetCol(kPathColumn);
     const SongAnalysisRequest request = SongStartRequest();
     const Mp3Analysis analysis = catalogue ? AnalyseGridSong(f, request) : AnalysePlaylistSong(f, request);
     if (analysis.SongFileMissing) {

@@ -214,7 +214,7 @@ void WriteM3u(Form1& f) {
         at += out.size();
         for (int32_t i = 1; i < j.PlaylistEnd; ++i) {
             list.SetRow(i);
-            list.SetCol(6);
+            list.SetCol(kPathColumn);
             const QString path = j.SongFileOnDisk(list.Text());
             // The analyser looks at MFGrid1's current cell, not at this row:
             // the seconds are whatever it leaves, which players shrug off.
