@@ -1,0 +1,352 @@
+#include "mp3/ui/tag_editor_ops.h"
+
+#include "catalogue/ui/catalogue_task.h"
+#include "catalogue/ui/grid_ops.h"
+#include "mp3/id3_tag.h"
+#include "mp3/ui/form11.h"
+#include "mp3/ui/song_analysis.h"
+#include "platform/runtime_error.h"
+#include "platform/vb.h"
+#include "playback/ui/companion_support.h"
+#include "shell/ui/form1.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QCheckBox>
+
+#include <optional>
+
+namespace zor {
+namespace {
+
+constexpr int kPathColumn = 6;
+constexpr int kLyricsColumn = 8;
+constexpr int kPictureColumn = 9;
+constexpr int kLyricsField = 7;
+constexpr int kPictureField = 8;
+// The grid's first twelve rows fit above the row a pass works on.
+constexpr int kRowsAbovePass = 12;
+
+// The editor's window, when the main window has made it.
+Form11* EditorOf(Form1& f) { return f.findChild<Form11*>(QStringLiteral("Form11"), Qt::FindDirectChildrenOnly); }
+
+// Fills the fields from the song's tag, or, without one, the title and
+// artist from the grid's row. A file that can't be read counts as one
+// without a tag: file errors here are passed over, as they always were.
+void ShowSong(Form11& w, int row, const QString& path) {
+    Jukebox& j = w.f.j;
+    Id3TagRecord tag;
+    bool marker = false;
+    try {
+        marker = ReadId3Tag(j.platform.files, path, tag);
+    } catch (const RuntimeError&) {
+    }
+    EditorFields fields;
+    if (marker) {
+        fields = {vb::Trim(tag.Title.Text()), vb::Trim(tag.Artist.Text()), vb::Trim(tag.Album.Text()),
+                  vb::Trim(tag.Comment.Text()), vb::Trim(tag.Year.Text()), StyleOnTagScreens(tag.Style)};
+    } else {
+        fields.Title = w.f.MFGrid1.TextMatrix(row, 1);
+        fields.Artist = w.f.MFGrid1.TextMatrix(row, 2);
+        fields.Style = kStyleOther;
+    }
+    w.Option1->setChecked(marker);
+    w.ShowFields(fields);
+}
+
+void ApplyRule(Form11& w, void (*rule)(EditorFields&)) {
+    EditorFields fields = w.Fields();
+    rule(fields);
+    w.ShowFields(fields);
+}
+
+// The auto-correction: capitals, and the names from the file when the tag
+// gave too little of them.
+void AutoCorrect(Form11& w) {
+    EditorFields fields = w.Fields();
+    CapitaliseWords(fields);
+    if (vb::Trim(fields.Title).size() < 3 || vb::Trim(fields.Artist).size() < 3)
+        TakeNamesFromFile(w.f.MFGrid1.TextMatrix(w.f.MFGrid1.Row(), kPathColumn), fields);
+    w.ShowFields(fields);
+}
+
+// Stores a check's letter in the grid row and its record.
+void StoreCheck(Form1& f, int column, int field, const QString& letter) {
+    SongGrid& g = f.MFGrid1;
+    const int row = g.Row();
+    g.SetTextMatrix(row, column, letter);
+    GoToRecordOfRow(f, row);
+    f.Data1.Edit();
+    f.Data1.SetField(field, letter);
+    f.Data1.Update();
+}
+
+bool HasSongRow(Form1& f) { return f.MFGrid1.Row() >= 1 && f.MFGrid1.Row() < f.MFGrid1.Rows(); }
+
+void RefusePlayingSong(Jukebox& j) {
+    j.StartMessage(j.Lang("ATTENTION!", "ATTENTIE!"));
+    j.AddMessageLine(j.Lang("This Song is now playing!  ", "Deze Song speelt momenteel!   "));
+    j.AddMessageLine(j.Lang("It is not possible to save changes to the ID3 TAG   ", "Veranderingen in de ID3 TAG opslaan "));
+    j.AddMessageLine(j.Lang("while this song is also playing. ", "tijdens afspelen is niet mogelijk.  "));
+    j.ShowMessageBuffer(vbCritical);
+}
+
+// The tag of the song from the fields. The marker is taken from the file as
+// it is now, not from the last read: a tag goes over a tag, and a file
+// without one loses only its last byte to it. Nothing is written when the
+// file can't be read.
+void WriteTagFromFields(FileSystem& fs, const QString& path, const EditorFields& fields) {
+    if (fs.FileLen(path) < kId3TagBytes) return;
+    const QByteArray last = fs.ReadBytes(path, -kId3TagBytes, kId3TagBytes);
+    if (last.size() != kId3TagBytes) return;
+    Id3TagRecord tag = DecodeId3Tag(last);
+    tag.Title = fields.Title;
+    tag.Artist = fields.Artist;
+    tag.Album = fields.Album;
+    tag.Comment = fields.Comment;
+    tag.Year = fields.Year;
+    tag.Style = uint8_t(fields.Style);
+    WriteId3Tag(fs, path, tag, Id3NewTag::AtLastByte);
+}
+
+// The record of the row, when it still holds what the grid shows.
+void UpdateRecord(Form1& f, int row, const EditorFields& fields, const QString& style) {
+    CatalogueStore& d = f.Data1;
+    GoToRecordOfRow(f, row);
+    for (int field = 0; field < 3; ++field)
+        if (vb::Trim(d.Field(field).toString()) != vb::Trim(f.MFGrid1.TextMatrix(row, field + 1))) return;
+    d.Edit();
+    d.SetField(0, fields.Title);
+    d.SetField(1, fields.Artist);
+    d.SetField(2, fields.Album);
+    d.SetField(3, fields.Year);
+    d.SetField(4, style);
+    d.Update();
+}
+
+// One row of a pass. Returns false for a row without a song file.
+bool ShowRowOfPass(Form11& w, int row) {
+    Form1& f = w.f;
+    SongGrid& g = f.MFGrid1;
+    g.SetRow(row);
+    if (row > kRowsAbovePass) g.SetTopRow(row - kRowsAbovePass);
+    const QString path = f.j.SongFileOnDisk(g.TextMatrix(row, kPathColumn));
+    if (!HasTagExtension(path) || !f.j.platform.files.FileExists(path)) return false;
+    // A song without a tag keeps none of the song before: its album, year
+    // and comment would otherwise be saved into it.
+    w.ClearFields();
+    ShowSong(w, row, path);
+    w.LoadedPath = path;
+    return true;
+}
+
+void CorrectRowOfPass(Form11& w) {
+    AnalyseEncoding(w);
+    if (w.Checked(5)) {
+        QString artist = w.Text42->text();
+        if (artist.size() > 4 && artist.startsWith(QStringLiteral("the "), Qt::CaseInsensitive)) w.Text42->setText(artist.mid(4));
+        AutoCorrect(w);
+    }
+    if (w.Checked(6)) ApplyRule(w, AutoAlbum);
+    if (w.Checked(7)) ApplyRule(w, AutoStyle);
+}
+
+void FillYearOfRow(Form11& w) {
+    if (vb::Trim(w.Text45->text()).isEmpty()) w.Text45->setText(QStringLiteral("0"));
+}
+
+// Walks every song row of MFGrid1 with `work`, letting events through after
+// each; EditorStop ends it. The records' writes go in one transaction, which
+// is committed however the walk ends: the tags written so far stay written,
+// and the records must stay with them.
+void WalkCatalogue(Form11& w, void (*work)(Form11&)) {
+    Form1& f = w.f;
+    CatalogueTask task(f);
+    if (!task.Started()) return;
+    w.state.EditorStop = 0;
+    std::optional<CatalogueStore::Transaction> transaction;
+    if (f.Data1.IsOpen()) transaction.emplace(f.Data1);
+    const auto commit = [&] {
+        if (transaction) transaction->Commit();
+    };
+    bool undisturbed = true;
+    try {
+        for (int row = 1; row < f.MFGrid1.Rows(); ++row) {
+            if (w.state.EditorStop != 0) {
+                undisturbed = false;
+                break;
+            }
+            if (ShowRowOfPass(w, row)) {
+                work(w);
+                if (w.Checked(4)) SaveSongEdit(w);
+            }
+            f.j.platform.events.DoEvents();
+            if (f.Unloaded() || f.j.platform.process.Ended()) {
+                undisturbed = false;
+                break;
+            }
+        }
+    } catch (...) {
+        commit();
+        throw;
+    }
+    commit();
+    if (undisturbed && w.state.EditorStop == 0) f.j.platform.beeper.Beep();
+}
+
+}  // namespace
+
+void OpenTagEditor(Form1& f) {
+    Form11* w = EditorOf(f);
+    if (!w) w = new Form11(f);
+    SongGrid& g = f.MFGrid1;
+    g.SetCol(kPathColumn);
+    f.ShowMessage(f.MessageColour(), g.Text());
+    w->show();
+    w->raise();
+    LoadTagEditor(*w);
+}
+
+void ReloadTagEditorOnClick(Form1& f) {
+    if (Form11* w = EditorOf(f); w && w->isVisible()) OpenTagEditor(f);
+}
+
+void LoadTagEditor(Form11& w) {
+    Form1& f = w.f;
+    Jukebox& j = f.j;
+    w.state = TagEditorState{};
+    w.LoadedPath.clear();
+    w.SetCaptions();
+    w.ClearFields();
+    w.FillStyleList();
+    for (int i = 0; i < 7; ++i) w.Checks[size_t(i)]->setChecked(j.settings.TagEditorChecks[size_t(i)] != 0);
+    const QString text = f.Text1->text();
+    if (HasTagExtension(text) && HasSongRow(f)) {
+        const QString path = j.SongFileOnDisk(text);
+        w.LoadedPath = path;
+        if (j.platform.files.FileExists(path)) ShowSong(w, f.MFGrid1.Row(), path);
+        if (w.Checked(1)) VerifyLyrics(w);
+        if (w.Checked(2)) VerifyPicture(w);
+        if (w.Checked(3)) AnalyseEncoding(w);
+        if (w.Checked(7)) ApplyRule(w, AutoStyle);
+        f.MFGrid1.SetCol(1);
+    }
+    // What the load itself put in the fields is no edit of the user's: an
+    // auto-save starts from the first change after it.
+    w.state.SongEdited = 0;
+    w.state.AutoSaveTicks = 0;
+}
+
+void SaveSongEdit(Form11& w) {
+    Form1& f = w.f;
+    Jukebox& j = f.j;
+    FileSystem& fs = j.platform.files;
+    SongGrid& g = f.MFGrid1;
+    // "Blues" can't be saved from here: index 0 goes as "Other".
+    w.List5->setCurrentRow(StyleToSave(w.List5->currentRow()));
+    if (!HasSongRow(f)) return;
+    const int row = g.Row();
+    g.SetCol(kPathColumn);
+    const QString path = j.SongFileOnDisk(g.Text());
+    // The fields belong to the song they were filled from; a grid row that
+    // has moved on to another song takes none of them.
+    if (path != w.LoadedPath) return;
+    const bool exists = fs.FileExists(path);
+    if (exists && path == j.engine.CurrentSongPath && j.PlayStopped == 0) {
+        RefusePlayingSong(j);
+        return;
+    }
+    const EditorFields fields = w.Fields();
+    const QString style = StyleName(fields.Style);
+    // File and record errors end their step silently, as they always have;
+    // the grid then still shows the edit, and a later save tries again.
+    try {
+        if (exists) WriteTagFromFields(fs, path, fields);
+    } catch (const RuntimeError&) {
+    }
+    try {
+        UpdateRecord(f, row, fields, style);
+    } catch (const RuntimeError&) {
+    }
+    g.SetTextMatrix(row, 1, fields.Title);
+    g.SetTextMatrix(row, 2, fields.Artist);
+    g.SetTextMatrix(row, 3, fields.Album);
+    g.SetTextMatrix(row, 4, fields.Year);
+    g.SetTextMatrix(row, 5, style);
+    g.SetCol(1);
+}
+
+void VerifyLyrics(Form11& w) {
+    Form1& f = w.f;
+    if (!HasSongRow(f)) return;
+    Jukebox& j = f.j;
+    const QString path = j.SongFileOnDisk(f.MFGrid1.TextMatrix(f.MFGrid1.Row(), kPathColumn));
+    const QString letter = VerifyLyricsLetter(j.platform.files, SettingsDir(j, j.settings.LyricsPath), path);
+    w.Text1->setText(letter);
+    StoreCheck(f, kLyricsColumn, kLyricsField, letter);
+}
+
+void VerifyPicture(Form11& w) {
+    Form1& f = w.f;
+    if (!HasSongRow(f)) return;
+    Jukebox& j = f.j;
+    const QString letter =
+        VerifyPictureLetter(j.platform.files, SettingsDir(j, j.settings.PicturesPath), vb::Trim(w.Text42->text()));
+    w.Text2->setText(letter);
+    StoreCheck(f, kPictureColumn, kPictureField, letter);
+}
+
+void AnalyseEncoding(Form11& w) {
+    if (!HasSongRow(w.f)) return;
+    const EditorAnalysis e = AnalyseForEditor(w.f);
+    if (e.analysis.outcome == Mp3Outcome::Analysed) w.Text3->setText(e.encodingText);
+}
+
+void RebuildCommentBlock(Form11& w) {
+    const QString block = CommentBlock(w.HScroll1->value(), w.HScroll2->value(), w.Check8->isChecked());
+    w.Text44->setText(WithCommentBlock(w.Text44->text(), block));
+}
+
+void TagEditorTick(Form11& w) {
+    TagEditorState& s = w.state;
+    if (w.Checked(5) && s.AutoCorrectDone == 0) {
+        AutoCorrect(w);
+        s.AutoCorrectDone = 1;
+    }
+    if (w.Checked(6) && s.AutoAlbumDone == 0) {
+        ApplyRule(w, AutoAlbum);
+        s.AutoAlbumDone = 1;
+    }
+    if (w.Checked(7) && s.AutoStyleDone == 0) {
+        ApplyRule(w, AutoStyle);
+        s.AutoStyleDone = 1;
+    }
+    if (!w.Checked(4)) return;
+    // Nine quiet ticks, about 0.9 seconds after the last change.
+    if (++s.AutoSaveTicks <= 8) return;
+    s.AutoSaveTicks = 0;
+    if (s.SongEdited != 1) return;
+    if (w.Checked(5)) ApplyRule(w, CapitaliseWords);
+    if (w.Checked(6)) ApplyRule(w, AutoAlbum);
+    if (w.Checked(7)) ApplyRule(w, AutoStyle);
+    // A song that plays keeps its edit in the fields; the refusal's box
+    // every second would be no help.
+    if (w.f.j.PlayStopped == 1) SaveSongEdit(w);
+    s.SongEdited = 0;
+}
+
+void AutoCorrectAll(Form11& w) {
+    w.FillStyleList();
+    WalkCatalogue(w, CorrectRowOfPass);
+}
+
+void FillEmptyYears(Form11& w) { WalkCatalogue(w, FillYearOfRow); }
+
+void CloseTagEditor(Form11& w) {
+    w.state.EditorStop = -1;
+    w.hide();
+}
+
+}  // namespace zor
