@@ -119,6 +119,9 @@ void Form11::BuildFields() {
     text(Text43, "Text43", "Caption43", 2);
     text(Text45, "Text45", "Caption45", 3);
     text(Text44, "Text44", "Caption44", 4);
+    // Room for the tag's thirty characters.
+    for (QLineEdit* t : {Text41, Text42, Text43, Text44})
+        t->setMinimumWidth(t->fontMetrics().horizontalAdvance(QString(30, u'n')) + 12);
     // The year is four characters in the tag; the box is no wider than that needs.
     Text45->setMaximumWidth(Text45->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16);
     g->removeWidget(Text45);
@@ -133,8 +136,10 @@ void Form11::BuildFields() {
         bar = new QScrollBar(Qt::Horizontal, Frame1);
         bar->setObjectName(QString::fromLatin1(name));
         bar->setRange(min, max);
+        bar->setPageStep(1);
         bar->setToolTip(QString::fromLatin1(tip));
         value = Named<QLabel>(Frame1, valueName);
+        value->setText(QString::number(bar->value()));
         value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("100")) + 4);
         g->addWidget(Named<QLabel>(Frame1, caption), row, 0);
         g->addWidget(bar, row, 1, 1, 2);
