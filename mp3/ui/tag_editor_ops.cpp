@@ -33,8 +33,10 @@ constexpr int kRowsAbovePass = 12;
 Form11* EditorOf(Form1& f) { return f.findChild<Form11*>(QStringLiteral("Form11"), Qt::FindDirectChildrenOnly); }
 
 // Fills the fields from the song's tag, or, without one, the title and
-// artist from the grid's row. A file that can't be read counts as one
-// without a tag: file errors here are passed over, as they always were.
+// artist from the grid's row and the rest empty: in a pass, a song without
+// a tag must take nothing of the song before into its save. A file that
+// can't be read counts as one without a tag: file errors here are passed
+// over, as they always were.
 void ShowSong(Form11& w, int row, const QString& path) {
     Jukebox& j = w.f.j;
     Id3TagRecord tag;
@@ -134,9 +136,6 @@ bool ShowRowOfPass(Form11& w, int row) {
     if (row > kRowsAbovePass) g.SetTopRow(row - kRowsAbovePass);
     const QString path = f.j.SongFileOnDisk(g.TextMatrix(row, kPathColumn));
     if (!HasTagExtension(path) || !f.j.platform.files.FileExists(path)) return false;
-    // A song without a tag keeps none of the song before: its album, year
-    // and comment would otherwise be saved into it.
-    w.ClearFields();
     ShowSong(w, row, path);
     w.LoadedPath = path;
     return true;
