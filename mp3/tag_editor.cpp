@@ -105,9 +105,9 @@ void AutoAlbum(EditorFields& f) {
     static const char* const kPlaceholders[] = {
         "oldies",      "title",       "album",         "the tens",     "the twenties", "the thirties",    "the fourties",
         "the fifties", "the sixties", "the seventies", "the eighties", "the nineties", "millennium"};
-    const QString album = vb::Trim(f.Album);
+    const QString album = vb::Trim(f.Album).toLower();
     bool replaceable = album.size() < 3;
-    for (const char* p : kPlaceholders) replaceable = replaceable || album.toLower() == QLatin1String(p);
+    for (const char* p : kPlaceholders) replaceable = replaceable || album == QLatin1String(p);
     if (replaceable) {
         const QString decade = DecadeAlbum(EditorYear(f.Year));
         if (!decade.isEmpty()) f.Album = decade;

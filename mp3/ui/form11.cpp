@@ -263,12 +263,17 @@ EditorFields Form11::Fields() const {
 }
 
 void Form11::ShowFields(const EditorFields& fields) {
-    Text41->setText(fields.Title);
-    Text42->setText(fields.Artist);
-    Text43->setText(fields.Album);
-    Text44->setText(fields.Comment);
-    Text45->setText(fields.Year);
-    List5->setCurrentRow(fields.Style);
+    // A text box's change event comes only for a new text; setting the same
+    // one again would cost a pass over the catalogue dearly for nothing.
+    const auto show = [](QLineEdit* box, const QString& text) {
+        if (box->text() != text) box->setText(text);
+    };
+    show(Text41, fields.Title);
+    show(Text42, fields.Artist);
+    show(Text43, fields.Album);
+    show(Text44, fields.Comment);
+    show(Text45, fields.Year);
+    if (List5->currentRow() != fields.Style) List5->setCurrentRow(fields.Style);
 }
 
 void Form11::ClearFields() {

@@ -28,6 +28,9 @@ constexpr int kLyricsField = 7;
 constexpr int kPictureField = 8;
 // The grid's first twelve rows fit above the row a pass works on.
 constexpr int kRowsAbovePass = 12;
+// A pass shows the grid where it stands this often: a repaint of the grid
+// for every row would cost many times the row's own work.
+constexpr int kRowsPerRedraw = 2000;
 
 // The editor's window, when the main window has made it.
 Form11* EditorOf(Form1& f) { return f.findChild<Form11*>(QStringLiteral("Form11"), Qt::FindDirectChildrenOnly); }
@@ -66,12 +69,10 @@ void ApplyRule(Form11& w, void (*rule)(EditorFields&)) {
 
 // The auto-correction: capitals, and the names from the file when the tag
 // gave too little of them.
-void AutoCorrect(Form11& w) {
-    EditorFields fields = w.Fields();
+void AutoCorrect(Form1& f, EditorFields& fields) {
     CapitaliseWords(fields);
     if (vb::Trim(fields.Title).size() < 3 || vb::Trim(fields.Artist).size() < 3)
-        TakeNamesFromFile(w.f.MFGrid1.TextMatrix(w.f.MFGrid1.Row(), kPathColumn), fields);
-    w.ShowFields(fields);
+        TakeNamesFromFile(f.MFGrid1.TextMatrix(f.MFGrid1.Row(), kPathColumn), fields);
 }
 
 // Stores a check's letter in the grid row and its record.
@@ -100,7 +101,7 @@ void RefusePlayingSong(Jukebox& j) {
 // without one loses only its last byte to it. Nothing is written when the
 // file can't be read.
 void WriteTagFromFields(FileSystem& fs, const QString& path, const EditorFields& fields) {
-    if (fs.FileLen(path) < kId3TagBytes) return;
+    // A file shorter than a tag comes whole, and is not written.
     const QByteArray last = fs.ReadBytes(path, -kId3TagBytes, kId3TagBytes);
     if (last.size() != kId3TagBytes) return;
     Id3TagRecord tag = DecodeId3Tag(last);
@@ -143,18 +144,42 @@ bool ShowRowOfPass(Form11& w, int row) {
 
 void CorrectRowOfPass(Form11& w) {
     AnalyseEncoding(w);
+    // The rules follow each other with no event between them, so they work
+    // on one copy of the fields, shown once.
+    EditorFields fields = w.Fields();
     if (w.Checked(5)) {
-        QString artist = w.Text42->text();
-        if (artist.size() > 4 && artist.startsWith(QStringLiteral("the "), Qt::CaseInsensitive)) w.Text42->setText(artist.mid(4));
-        AutoCorrect(w);
+        if (fields.Artist.size() > 4 && fields.Artist.startsWith(QStringLiteral("the "), Qt::CaseInsensitive))
+            fields.Artist = fields.Artist.mid(4);
+        AutoCorrect(w.f, fields);
     }
-    if (w.Checked(6)) ApplyRule(w, AutoAlbum);
-    if (w.Checked(7)) ApplyRule(w, AutoStyle);
+    if (w.Checked(6)) AutoAlbum(fields);
+    if (w.Checked(7)) AutoStyle(fields);
+    w.ShowFields(fields);
 }
 
 void FillYearOfRow(Form11& w) {
     if (vb::Trim(w.Text45->text()).isEmpty()) w.Text45->setText(QStringLiteral("0"));
 }
+
+// Keeps the window's repaints for the points a pass shows where it stands,
+// and puts them back on every way out.
+class QuietWindow {
+public:
+    explicit QuietWindow(QWidget& w) : w_(w), was_(w.updatesEnabled()) { w_.setUpdatesEnabled(false); }
+    ~QuietWindow() { w_.setUpdatesEnabled(was_); }
+    QuietWindow(const QuietWindow&) = delete;
+    QuietWindow& operator=(const QuietWindow&) = delete;
+    // Paints what the fields hold now, at the next events let through.
+    void ShowNow() {
+        w_.setUpdatesEnabled(true);
+        w_.repaint();
+        w_.setUpdatesEnabled(false);
+    }
+
+private:
+    QWidget& w_;
+    bool was_;
+};
 
 // Walks every song row of MFGrid1 with `work`, letting events through after
 // each; EditorStop ends it. The records' writes go in one transaction, which
@@ -171,8 +196,15 @@ void WalkCatalogue(Form11& w, void (*work)(Form11&)) {
         if (transaction) transaction->Commit();
     };
     bool undisturbed = true;
+    QuietGrid quiet(f.MFGrid1, QuietGrid::RedrawOff);
+    QuietWindow quietWindow(w);
     try {
         for (int row = 1; row < f.MFGrid1.Rows(); ++row) {
+            if (row % kRowsPerRedraw == 0) {
+                f.MFGrid1.SetRedraw(true);
+                f.MFGrid1.SetRedraw(false);
+                quietWindow.ShowNow();
+            }
             if (w.state.EditorStop != 0) {
                 undisturbed = false;
                 break;
@@ -311,7 +343,9 @@ void RebuildCommentBlock(Form11& w) {
 void TagEditorTick(Form11& w) {
     TagEditorState& s = w.state;
     if (w.Checked(5) && s.AutoCorrectDone == 0) {
-        AutoCorrect(w);
+        EditorFields fields = w.Fields();
+        AutoCorrect(w.f, fields);
+        w.ShowFields(fields);
         s.AutoCorrectDone = 1;
     }
     if (w.Checked(6) && s.AutoAlbumDone == 0) {

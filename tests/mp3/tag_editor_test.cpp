@@ -1,5 +1,6 @@
 // The tag and record editor Form11: its clean-up rules on their own, and the
 // window on the real main window, catalogue and song files.
+#include "catalogue/ui/song_grid_view.h"
 #include "mp3/id3_tag.h"
 #include "mp3/tag_editor.h"
 #include "mp3/ui/form11.h"
@@ -15,6 +16,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -146,6 +148,12 @@ struct TagEditorTest : ::testing::Test {
         h.Click("Editor1");
         return *h.form().findChild<Form11*>(QStringLiteral("Form11"));
     }
+    void ClickRow(int row) {
+        SongGridView& view = *h.form().MFGrid1View;
+        const QModelIndex i = view.model()->index(row - 1, 2);
+        view.scrollTo(i);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(i).center());
+    }
     Id3TagRecord TagOf(const QString& path) { return DecodeId3Tag(FileBytes(path).right(kId3TagBytes)); }
     SongGrid& grid() { return h.form().MFGrid1; }
 };
@@ -177,11 +185,15 @@ TEST_F(TagEditorTest, AnEditLandsInTheTagTheRecordAndTheRowAndComesBackWithTheWi
     EXPECT_EQ(grid().TextMatrix(1, 1), rows[0][0]);
     EXPECT_EQ(grid().TextMatrix(1, 5), QStringLiteral("Other"));
 
+    // A click on a row while the window shows reloads it; a song without
+    // a tag shows the row's title and "Other".
+    ClickRow(2);
+    EXPECT_EQ(w.Text41->text(), QStringLiteral("tune"));
+    EXPECT_EQ(w.List5->currentRow(), 12);
     w.Command11->click();
     EXPECT_FALSE(w.isVisible());
-    Open(2);
-    EXPECT_EQ(w.Text41->text(), QStringLiteral("tune"));  // no tag: the row's title
-    EXPECT_EQ(w.List5->currentRow(), 12);
+    ClickRow(1);
+    EXPECT_EQ(w.Text41->text(), QStringLiteral("tune"));
     Open(1);
     EXPECT_EQ(w.Text41->text(), QStringLiteral("?mega Señor, a title longer th"));
     EXPECT_EQ(w.Text45->text(), QStringLiteral("1966"));
