@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QCheckBox>
+#include <QElapsedTimer>
 
 #include <optional>
 
@@ -28,9 +29,10 @@ constexpr int kLyricsField = 7;
 constexpr int kPictureField = 8;
 // The grid's first twelve rows fit above the row a pass works on.
 constexpr int kRowsAbovePass = 12;
-// A pass shows the grid where it stands this often: a repaint of the grid
-// for every row would cost many times the row's own work.
-constexpr int kRowsPerRedraw = 2000;
+// A pass shows the grid and the window where it stands this often, in real
+// time: a repaint for every row would cost several times the row's own
+// work, and each showing of a large grid costs a model reset.
+constexpr int kMsPerRedraw = 500;
 
 // The editor's window, when the main window has made it.
 Form11* EditorOf(Form1& f) { return f.findChild<Form11*>(QStringLiteral("Form11"), Qt::FindDirectChildrenOnly); }
@@ -198,12 +200,15 @@ void WalkCatalogue(Form11& w, void (*work)(Form11&)) {
     bool undisturbed = true;
     QuietGrid quiet(f.MFGrid1, QuietGrid::RedrawOff);
     QuietWindow quietWindow(w);
+    QElapsedTimer shown;
+    shown.start();
     try {
         for (int row = 1; row < f.MFGrid1.Rows(); ++row) {
-            if (row % kRowsPerRedraw == 0) {
+            if (shown.elapsed() >= kMsPerRedraw) {
                 f.MFGrid1.SetRedraw(true);
                 f.MFGrid1.SetRedraw(false);
                 quietWindow.ShowNow();
+                shown.restart();
             }
             if (w.state.EditorStop != 0) {
                 undisturbed = false;
