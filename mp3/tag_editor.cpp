@@ -5,6 +5,7 @@
 #include "platform/file_system.h"
 #include "platform/vb.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace zor {
@@ -132,6 +133,15 @@ QString CommentBlock(int score, int reach, bool special) {
     b += special ? 'B' : 'A';
     b += ' ';
     return cp1252::Decode(b);
+}
+
+bool ReadCommentBlock(const QString& comment, CommentScore& out) {
+    if (!StartsWithBlock(comment) || comment.size() < 4) return false;
+    const QByteArray b = cp1252::Encode(comment.left(4));
+    out.score = std::clamp(uint8_t(b[1]) - 48, 1, 10);
+    out.reach = std::clamp(uint8_t(b[2]) - 48, 0, 100);
+    out.special = b[3] == 'B';
+    return true;
 }
 
 QString WithCommentBlock(const QString& comment, const QString& block) {

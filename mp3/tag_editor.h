@@ -82,6 +82,16 @@ int StyleToSave(int listIndex);
 // 48, in the tag's code page: 100 is code 148), "A" or "B" for the special
 // mark, and a blank.
 QString CommentBlock(int score, int reach, bool special);
+// The score, chart position and special mark a comment's block holds, each
+// kept to its scroll bar's range; false for a comment without a block. The
+// window shows them at load, so that moving one scroll bar doesn't put the
+// other's stale value into the block.
+struct CommentScore {
+    int score = 1;
+    int reach = 0;
+    bool special = false;
+};
+bool ReadCommentBlock(const QString& comment, CommentScore& out);
 // The comment with the block in front: replacing a block that is there,
 // else before the comment's first 25 characters.
 QString WithCommentBlock(const QString& comment, const QString& block);

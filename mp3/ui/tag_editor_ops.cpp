@@ -13,7 +13,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QLabel>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QCheckBox>
 #include <QElapsedTimer>
 
@@ -36,6 +38,19 @@ constexpr int kMsPerRedraw = 500;
 
 // The editor's window, when the main window has made it.
 Form11* EditorOf(Form1& f) { return f.findChild<Form11*>(QStringLiteral("Form11"), Qt::FindDirectChildrenOnly); }
+
+// The scroll bars and the mark as the comment's block has them, without
+// rebuilding the block.
+void ShowCommentScore(Form11& w) {
+    CommentScore score;
+    if (!ReadCommentBlock(w.Text44->text(), score)) return;
+    const QSignalBlocker b1(w.HScroll1), b2(w.HScroll2), b3(w.Check8);
+    w.HScroll1->setValue(score.score);
+    w.HScroll2->setValue(score.reach);
+    w.Check8->setChecked(score.special);
+    w.Label5->setText(QString::number(score.score));
+    w.Label6->setText(QString::number(score.reach));
+}
 
 // Fills the fields from the song's tag, or, without one, the title and
 // artist from the grid's row and the rest empty: in a pass, a song without
@@ -61,6 +76,7 @@ void ShowSong(Form11& w, int row, const QString& path) {
     }
     w.Option1->setChecked(marker);
     w.ShowFields(fields);
+    ShowCommentScore(w);
 }
 
 void ApplyRule(Form11& w, void (*rule)(EditorFields&)) {

@@ -95,6 +95,13 @@ TEST(TagEditorRules, TheScoreBlockStandsInTheTagsCodePage) {
     // A block that is there is replaced; otherwise the comment moves behind it.
     EXPECT_EQ(WithCommentBlock(QStringLiteral("#99A nice"), top), top + QStringLiteral("nice"));
     EXPECT_EQ(WithCommentBlock(QString(30, u'x'), top), top + QString(25, u'x'));
+    // Read back as the scroll bars show it; a junk block stays in their ranges.
+    CommentScore got;
+    ASSERT_TRUE(ReadCommentBlock(top + QStringLiteral("nice"), got));
+    EXPECT_EQ(std::tuple(got.score, got.reach, got.special), std::tuple(10, 100, true));
+    ASSERT_TRUE(ReadCommentBlock(QString::fromUtf8("#ÿ/A"), got));
+    EXPECT_EQ(std::tuple(got.score, got.reach, got.special), std::tuple(10, 0, false));
+    EXPECT_FALSE(ReadCommentBlock(QStringLiteral("#1"), got));
 }
 
 TEST(TagEditorRules, LyricsAreFoundByFileNameThenWithoutBlanksAsSngAndPicturesByArtist) {
