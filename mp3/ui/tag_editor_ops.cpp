@@ -52,30 +52,36 @@ void ShowCommentScore(Form11& w) {
     w.Label6->setText(QString::number(score.reach));
 }
 
-// Fills the fields from the song's tag, or, without one, the title and
-// artist from the grid's row and the rest empty: in a pass, a song without
-// a tag must take nothing of the song before into its save. A file that
-// can't be read counts as one without a tag: file errors here are passed
-// over, as they always were.
-void ShowSong(Form11& w, int row, const QString& path) {
-    Jukebox& j = w.f.j;
-    Id3TagRecord tag;
+// The song's fields from its tag, or, without one, the title and artist
+// from the grid's row and the rest empty: in a pass, a song without a tag
+// must take nothing of the song before into its save. A file that can't be
+// read counts as one without a tag: file errors here are passed over, as
+// they always were.
+struct SongOnDisk {
+    EditorFields fields;
     bool marker = false;
+};
+SongOnDisk ReadSong(Form1& f, int row, const QString& path) {
+    Id3TagRecord tag;
+    SongOnDisk song;
     try {
-        marker = ReadId3Tag(j.platform.files, path, tag);
+        song.marker = ReadId3Tag(f.j.platform.files, path, tag);
     } catch (const RuntimeError&) {
     }
-    EditorFields fields;
-    if (marker) {
-        fields = {vb::Trim(tag.Title.Text()), vb::Trim(tag.Artist.Text()), vb::Trim(tag.Album.Text()),
-                  vb::Trim(tag.Comment.Text()), vb::Trim(tag.Year.Text()), StyleOnTagScreens(tag.Style)};
+    if (song.marker) {
+        song.fields = {vb::Trim(tag.Title.Text()), vb::Trim(tag.Artist.Text()), vb::Trim(tag.Album.Text()),
+                       vb::Trim(tag.Comment.Text()), vb::Trim(tag.Year.Text()), StyleOnTagScreens(tag.Style)};
     } else {
-        fields.Title = w.f.MFGrid1.TextMatrix(row, 1);
-        fields.Artist = w.f.MFGrid1.TextMatrix(row, 2);
-        fields.Style = kStyleOther;
+        song.fields.Title = f.MFGrid1.TextMatrix(row, 1);
+        song.fields.Artist = f.MFGrid1.TextMatrix(row, 2);
+        song.fields.Style = kStyleOther;
     }
-    w.Option1->setChecked(marker);
-    w.ShowFields(fields);
+    return song;
+}
+
+void ShowSong(Form11& w, const SongOnDisk& song) {
+    w.Option1->setChecked(song.marker);
+    w.ShowFields(song.fields);
     ShowCommentScore(w);
 }
 
@@ -147,24 +153,51 @@ void UpdateRecord(Form1& f, int row, const EditorFields& fields, const QString& 
     d.Update();
 }
 
-// One row of a pass. Returns false for a row without a song file.
-bool ShowRowOfPass(Form11& w, int row) {
-    Form1& f = w.f;
+// SaveSongEdit's work on the song, its record and its row, from fields
+// whose style is one a save may store.
+void StoreSongEdit(Form1& f, int row, const QString& path, const EditorFields& fields) {
+    Jukebox& j = f.j;
+    FileSystem& fs = j.platform.files;
     SongGrid& g = f.MFGrid1;
-    g.SetRow(row);
-    if (row > kRowsAbovePass) g.SetTopRow(row - kRowsAbovePass);
-    const QString path = f.j.SongFileOnDisk(g.TextMatrix(row, kPathColumn));
-    if (!HasTagExtension(path) || !f.j.platform.files.FileExists(path)) return false;
-    ShowSong(w, row, path);
-    w.LoadedPath = path;
-    return true;
+    const bool exists = fs.FileExists(path);
+    if (exists && path == j.engine.CurrentSongPath && j.PlayStopped == 0) {
+        RefusePlayingSong(j);
+        return;
+    }
+    const QString style = StyleName(fields.Style);
+    // File and record errors end their step silently, as they always have;
+    // the grid then still shows the edit, and a later save tries again.
+    try {
+        if (exists) WriteTagFromFields(fs, path, fields);
+    } catch (const RuntimeError&) {
+    }
+    try {
+        UpdateRecord(f, row, fields, style);
+    } catch (const RuntimeError&) {
+    }
+    g.SetTextMatrix(row, 1, fields.Title);
+    g.SetTextMatrix(row, 2, fields.Artist);
+    g.SetTextMatrix(row, 3, fields.Album);
+    g.SetTextMatrix(row, 4, fields.Year);
+    g.SetTextMatrix(row, 5, style);
+    g.SetCol(1);
 }
 
-void CorrectRowOfPass(Form11& w) {
-    AnalyseEncoding(w);
-    // The rules follow each other with no event between them, so they work
-    // on one copy of the fields, shown once.
-    EditorFields fields = w.Fields();
+// A pass's row: the song as the rules leave it. The pass works on this
+// copy and shows it in the window only where the window is repainted (and
+// at the end): filling the text boxes for every row would cost more than
+// the row's own work, and no one reads a hundred songs a second.
+struct PassRow {
+    int row = 0;
+    QString path;
+    SongOnDisk song;
+    QString encodingText;
+};
+
+void CorrectRow(Form11& w, PassRow& r) {
+    const EditorAnalysis e = AnalyseForEditor(w.f);
+    if (e.analysis.outcome == Mp3Outcome::Analysed) r.encodingText = e.encodingText;
+    EditorFields& fields = r.song.fields;
     if (w.Checked(5)) {
         if (fields.Artist.size() > 4 && fields.Artist.startsWith(QStringLiteral("the "), Qt::CaseInsensitive))
             fields.Artist = fields.Artist.mid(4);
@@ -172,11 +205,20 @@ void CorrectRowOfPass(Form11& w) {
     }
     if (w.Checked(6)) AutoAlbum(fields);
     if (w.Checked(7)) AutoStyle(fields);
-    w.ShowFields(fields);
 }
 
-void FillYearOfRow(Form11& w) {
-    if (vb::Trim(w.Text45->text()).isEmpty()) w.Text45->setText(QStringLiteral("0"));
+void FillYear(Form11&, PassRow& r) {
+    if (vb::Trim(r.song.fields.Year).isEmpty()) r.song.fields.Year = QStringLiteral("0");
+}
+
+// The window shows the pass's row. Its fields then belong to that song, and
+// what showing them changed is no edit of the user's.
+void ShowPassRow(Form11& w, const PassRow& r) {
+    if (r.row == 0) return;
+    ShowSong(w, r.song);
+    if (!r.encodingText.isEmpty()) w.Text3->setText(r.encodingText);
+    w.LoadedPath = r.path;
+    w.state.SongEdited = 0;
 }
 
 // Keeps the window's repaints for the points a pass shows where it stands,
@@ -187,7 +229,7 @@ public:
     ~QuietWindow() { w_.setUpdatesEnabled(was_); }
     QuietWindow(const QuietWindow&) = delete;
     QuietWindow& operator=(const QuietWindow&) = delete;
-    // Paints what the fields hold now, at the next events let through.
+    // Paints the window as its fields stand now.
     void ShowNow() {
         w_.setUpdatesEnabled(true);
         w_.repaint();
@@ -203,48 +245,64 @@ private:
 // each; EditorStop ends it. The records' writes go in one transaction, which
 // is committed however the walk ends: the tags written so far stay written,
 // and the records must stay with them.
-void WalkCatalogue(Form11& w, void (*work)(Form11&)) {
+void WalkCatalogue(Form11& w, void (*work)(Form11&, PassRow&)) {
     Form1& f = w.f;
+    SongGrid& g = f.MFGrid1;
+    FileSystem& fs = f.j.platform.files;
     CatalogueTask task(f);
     if (!task.Started()) return;
     w.state.EditorStop = 0;
     std::optional<CatalogueStore::Transaction> transaction;
     if (f.Data1.IsOpen()) transaction.emplace(f.Data1);
-    const auto commit = [&] {
+    PassRow last;
+    const auto finish = [&] {
+        ShowPassRow(w, last);
         if (transaction) transaction->Commit();
     };
     bool undisturbed = true;
-    QuietGrid quiet(f.MFGrid1, QuietGrid::RedrawOff);
-    QuietWindow quietWindow(w);
-    QElapsedTimer shown;
-    shown.start();
-    try {
-        for (int row = 1; row < f.MFGrid1.Rows(); ++row) {
-            if (shown.elapsed() >= kMsPerRedraw) {
-                f.MFGrid1.SetRedraw(true);
-                f.MFGrid1.SetRedraw(false);
-                quietWindow.ShowNow();
-                shown.restart();
+    {
+        QuietGrid quiet(g, QuietGrid::RedrawOff);
+        QuietWindow quietWindow(w);
+        QElapsedTimer shown;
+        shown.start();
+        try {
+            for (int row = 1; row < g.Rows(); ++row) {
+                if (shown.elapsed() >= kMsPerRedraw) {
+                    ShowPassRow(w, last);
+                    g.SetRedraw(true);
+                    g.SetRedraw(false);
+                    quietWindow.ShowNow();
+                    shown.restart();
+                }
+                if (w.state.EditorStop != 0) {
+                    undisturbed = false;
+                    break;
+                }
+                g.SetRow(row);
+                if (row > kRowsAbovePass) g.SetTopRow(row - kRowsAbovePass);
+                const QString path = f.j.SongFileOnDisk(g.TextMatrix(row, kPathColumn));
+                if (HasTagExtension(path) && fs.FileExists(path)) {
+                    PassRow r{row, path, ReadSong(f, row, path), {}};
+                    work(w, r);
+                    if (w.Checked(4)) {
+                        r.song.fields.Style = StyleToSave(r.song.fields.Style);
+                        g.SetCol(kPathColumn);
+                        StoreSongEdit(f, row, path, r.song.fields);
+                    }
+                    last = std::move(r);
+                }
+                f.j.platform.events.DoEvents();
+                if (f.Unloaded() || f.j.platform.process.Ended()) {
+                    undisturbed = false;
+                    break;
+                }
             }
-            if (w.state.EditorStop != 0) {
-                undisturbed = false;
-                break;
-            }
-            if (ShowRowOfPass(w, row)) {
-                work(w);
-                if (w.Checked(4)) SaveSongEdit(w);
-            }
-            f.j.platform.events.DoEvents();
-            if (f.Unloaded() || f.j.platform.process.Ended()) {
-                undisturbed = false;
-                break;
-            }
+        } catch (...) {
+            finish();
+            throw;
         }
-    } catch (...) {
-        commit();
-        throw;
     }
-    commit();
+    finish();
     if (undisturbed && w.state.EditorStop == 0) f.j.platform.beeper.Beep();
 }
 
@@ -278,7 +336,7 @@ void LoadTagEditor(Form11& w) {
     if (HasTagExtension(text) && HasSongRow(f)) {
         const QString path = j.SongFileOnDisk(text);
         w.LoadedPath = path;
-        if (j.platform.files.FileExists(path)) ShowSong(w, f.MFGrid1.Row(), path);
+        if (j.platform.files.FileExists(path)) ShowSong(w, ReadSong(f, f.MFGrid1.Row(), path));
         if (w.Checked(1)) VerifyLyrics(w);
         if (w.Checked(2)) VerifyPicture(w);
         if (w.Checked(3)) AnalyseEncoding(w);
@@ -293,41 +351,16 @@ void LoadTagEditor(Form11& w) {
 
 void SaveSongEdit(Form11& w) {
     Form1& f = w.f;
-    Jukebox& j = f.j;
-    FileSystem& fs = j.platform.files;
     SongGrid& g = f.MFGrid1;
     // "Blues" can't be saved from here: index 0 goes as "Other".
     w.List5->setCurrentRow(StyleToSave(w.List5->currentRow()));
     if (!HasSongRow(f)) return;
-    const int row = g.Row();
     g.SetCol(kPathColumn);
-    const QString path = j.SongFileOnDisk(g.Text());
+    const QString path = f.j.SongFileOnDisk(g.Text());
     // The fields belong to the song they were filled from; a grid row that
     // has moved on to another song takes none of them.
     if (path != w.LoadedPath) return;
-    const bool exists = fs.FileExists(path);
-    if (exists && path == j.engine.CurrentSongPath && j.PlayStopped == 0) {
-        RefusePlayingSong(j);
-        return;
-    }
-    const EditorFields fields = w.Fields();
-    const QString style = StyleName(fields.Style);
-    // File and record errors end their step silently, as they always have;
-    // the grid then still shows the edit, and a later save tries again.
-    try {
-        if (exists) WriteTagFromFields(fs, path, fields);
-    } catch (const RuntimeError&) {
-    }
-    try {
-        UpdateRecord(f, row, fields, style);
-    } catch (const RuntimeError&) {
-    }
-    g.SetTextMatrix(row, 1, fields.Title);
-    g.SetTextMatrix(row, 2, fields.Artist);
-    g.SetTextMatrix(row, 3, fields.Album);
-    g.SetTextMatrix(row, 4, fields.Year);
-    g.SetTextMatrix(row, 5, style);
-    g.SetCol(1);
+    StoreSongEdit(f, g.Row(), path, w.Fields());
 }
 
 void VerifyLyrics(Form11& w) {
@@ -393,10 +426,10 @@ void TagEditorTick(Form11& w) {
 
 void AutoCorrectAll(Form11& w) {
     w.FillStyleList();
-    WalkCatalogue(w, CorrectRowOfPass);
+    WalkCatalogue(w, CorrectRow);
 }
 
-void FillEmptyYears(Form11& w) { WalkCatalogue(w, FillYearOfRow); }
+void FillEmptyYears(Form11& w) { WalkCatalogue(w, FillYear); }
 
 void CloseTagEditor(Form11& w) {
     w.state.EditorStop = -1;
