@@ -285,6 +285,10 @@ TEST_F(TagEditorTest, TheCorrectionPassFixesEverySongItCanReachAndAStopEndsItWit
     EXPECT_EQ(rows[1][0], QStringLiteral("Tune"));
     EXPECT_EQ(rows[2][0], QStringLiteral("away"));  // its file is gone: passed over
     EXPECT_TRUE(h.boxes().shown.empty());
+    // The window ends on the last song the pass reached, and a save from it
+    // goes to that song.
+    EXPECT_EQ(w.Text41->text(), QStringLiteral("Tune"));
+    EXPECT_EQ(w.LoadedPath, bare);
 
     // Closed after the first row: the second keeps its tag and nobody beeps.
     ASSERT_TRUE(WriteFileBytes(bare, audio));
