@@ -62,10 +62,18 @@ struct SongOnDisk {
     bool marker = false;
 };
 SongOnDisk ReadSong(Form1& f, int row, const QString& path) {
-    Id3TagRecord tag;
     SongOnDisk song;
+    Id3TagRecord tag;
+    // The last 128 bytes in one short read, as ReadId3Tag takes them but
+    // without holding the file: a pass reads a song a row, and registering
+    // each as held costs more than the read. A file shorter than a tag comes
+    // whole and has none.
     try {
-        song.marker = ReadId3Tag(f.j.platform.files, path, tag);
+        const QByteArray last = f.j.platform.files.ReadBytes(path, -kId3TagBytes, kId3TagBytes);
+        if (HasTagExtension(path) && last.size() == kId3TagBytes) {
+            tag = DecodeId3Tag(last);
+            song.marker = tag.HasMarker();
+        }
     } catch (const RuntimeError&) {
     }
     if (song.marker) {
