@@ -35,10 +35,9 @@ const std::array<QString, kStyleCount>& Styles() {
     return table;
 }
 
-// A tag only lives in a file named like "song.mp3".
-bool HasExtension(const QString& path) { return path.size() >= 4 && path[path.size() - 4] == u'.'; }
-
 }  // namespace
+
+bool HasTagExtension(const QString& path) { return path.size() >= 4 && path[path.size() - 4] == u'.'; }
 
 Id3TagRecord DecodeId3Tag(const QByteArray& bytes) {
     QByteArray b = bytes.left(kId3TagBytes);
@@ -69,7 +68,7 @@ QByteArray EncodeId3Tag(const Id3TagRecord& tag) {
 }
 
 bool ReadId3Tag(FileSystem& fs, const QString& path, Id3TagRecord& tag) {
-    if (!HasExtension(path) || !fs.FileExists(path)) return false;
+    if (!HasTagExtension(path) || !fs.FileExists(path)) return false;
     BinaryFile file(fs, path, BinaryFile::ReadOnly);
     const qint64 length = file.Length();
     if (length < kId3TagBytes) return false;

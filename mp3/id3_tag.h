@@ -44,6 +44,10 @@ Id3TagRecord DecodeId3Tag(const QByteArray& bytes);
 // Exactly 128 bytes; characters outside Windows-1252 become "?".
 QByteArray EncodeId3Tag(const Id3TagRecord& tag);
 
+// A tag only lives in a file named like "song.mp3": at least four
+// characters, with a "." fourth from the end.
+bool HasTagExtension(const QString& path);
+
 // Fills `tag` from the last 128 bytes of the file and tells whether they hold
 // the marker. Nothing is read, and `tag` keeps what it held, when the file
 // is missing, shorter than 128 bytes, or its path has no "." fourth from the

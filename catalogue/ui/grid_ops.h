@@ -19,4 +19,8 @@ void DeleteRecord(Form1& f);                   // DelRec1
 void DeleteSelectedRecords(Form1& f);          // DelRec2
 void DeleteSongFile(Form1& f);                 // DelFile1
 
+// Moves Data1 to the table row that a row of MFGrid1 shows, found by its
+// record number (column 11, counted from 1).
+void GoToRecordOfRow(Form1& f, int row);
+
 }  // namespace zor

@@ -27,12 +27,6 @@ const DoubleSortTexts kDoubleSorts[] = {
      "Sorting by Slyle and Song done.", "Sorteren op Stijl en Song gereed."},
 };
 
-// The table row that a grid row shows, found by its record number.
-void GoToRecordOfRow(Form1& f, int row) {
-    const int record = vb::CLng(vb::Val(f.MFGrid1.TextMatrix(row, kRecordNumberField + 1)));
-    f.Data1.SetAbsolutePosition(record - 1);
-}
-
 // Deletions and the renumbering after them land together or not at all: a
 // failure half-way leaves the table as it was, numbered as it was.
 template <typename Deletions>
@@ -51,6 +45,11 @@ void DeleteAndRenumber(Form1& f, Deletions deletions) {
 }
 
 }  // namespace
+
+void GoToRecordOfRow(Form1& f, int row) {
+    const int record = vb::CLng(vb::Val(f.MFGrid1.TextMatrix(row, kRecordNumberField + 1)));
+    f.Data1.SetAbsolutePosition(record - 1);
+}
 
 void SortSelection(Form1& f, int order) { f.MFGrid1.Sort(order); }
 

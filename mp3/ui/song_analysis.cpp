@@ -1,15 +1,14 @@
 #include "mp3/ui/song_analysis.h"
 
 #include "catalogue/song_grid.h"
+#include "catalogue/ui/grid_ops.h"
 #include "platform/nul_text.h"
-#include "platform/vb.h"
 #include "shell/ui/form1.h"
 
 namespace zor {
 namespace {
 
 constexpr int kEncodingColumn = 10;
-constexpr int kRecordColumn = 11;
 constexpr int kEncodingField = 9;
 
 Mp3Analysis AnalyseOnGrid(Form1& f, SongGrid& grid, Mp3Caller caller, const SongAnalysisRequest& request) {
@@ -66,8 +65,7 @@ EditorAnalysis AnalyseForEditor(Form1& f) {
     if (e.analysis.outcome != Mp3Outcome::Analysed) return e;
     e.encodingText = j.Mp3Info.EncodingText + QStringLiteral(" kb/s.");
     grid.SetTextMatrix(grid.Row(), kEncodingColumn, e.encodingText);
-    const int position = int(vb::NumericValue(grid.TextMatrix(grid.Row(), kRecordColumn)));
-    f.Data1.SetAbsolutePosition(position);
+    GoToRecordOfRow(f, grid.Row());
     f.Data1.Edit();
     f.Data1.SetField(kEncodingField, QString());
     f.Data1.Update();

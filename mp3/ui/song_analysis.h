@@ -41,7 +41,8 @@ Mp3Analysis AnalysePlaylistSong(Form1& f, const SongAnalysisRequest& request);
 Mp3Analysis AnalyseForFileWindow(Form1& f);
 
 // The tag editor: column 6 of MFGrid1's current row. Column 10 gets the
-// encoding with " kb/s.", and the record's stored encoding (field 9) is
+// encoding with " kb/s.", and the stored encoding (field 9) of the record the
+// row's number names (counted from 1, as every caller reaches it) is
 // emptied, not filled: a later import or inventory writes it. The grid ends
 // on column 1. The returned text is what the editor shows in its Text3.
 struct EditorAnalysis {

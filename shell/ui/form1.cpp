@@ -4,6 +4,7 @@
 #include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/import_ops.h"
 #include "catalogue/ui/song_grid_view.h"
+#include "mp3/ui/tag_editor_ops.h"
 #include "platform/guard.h"
 #include "playback/ui/companions.h"
 #include "playback/ui/play_ops.h"
@@ -73,7 +74,12 @@ Form1::Form1(Jukebox& jukebox) : j(jukebox), Data1(jukebox.platform.files) {
         const int button = b == Qt::RightButton ? kRightButton : b == Qt::MiddleButton ? kMiddleButton : kLeftButton;
         On([&] { GridMouseDown(*this, button); });
     });
-    connect(MFGrid1View, &SongGridView::Click, this, [this] { On([&] { ClickGrid(*this); }); });
+    connect(MFGrid1View, &SongGridView::Click, this, [this] {
+        On([&] {
+            ClickGrid(*this);
+            ReloadTagEditorOnClick(*this);
+        });
+    });
     connect(MFGrid1View, &SongGridView::DblClick, this, [this] { On([&] { DoubleClickCatalogueGrid(*this); }); });
     connect(MFgrid2View, &SongGridView::Click, this, [this] { On([&] { ClickPlaylistGrid(*this); }); });
     connect(MFgrid2View, &SongGridView::DblClick, this, [this] { On([&] { DoubleClickPlaylistGrid(*this); }); });
@@ -132,7 +138,7 @@ void Form1::BuildButtonBar() {
         {&Command4, "Command4", SaveDatabaseAs, SavePlaylistAs},
         {&Command1, "Command1", AddSongsNoClear, PlaylistBack},
         {&Command8, "Command8", nullptr, PlaylistRepeat},
-        {&Command9, "Command9", nullptr, PlaylistNext},
+        {&Command9, "Command9", OpenTagEditor, PlaylistNext},
         {&Command2, "Command2", nullptr},
         {&Command7, "Command7", TogglePlaylistMode},
         {&Command6, "Command6", SelectAllByArtist},

@@ -5,6 +5,7 @@
 #include "catalogue/ui/import_ops.h"
 #include "mp3/ui/form10.h"
 #include "mp3/ui/form9.h"
+#include "mp3/ui/tag_editor_ops.h"
 #include "playback/ui/form24.h"
 #include "playback/ui/lyrics_ops.h"
 #include "playback/ui/play_ops.h"
@@ -43,7 +44,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
     {MenuEntry::Entry, "Exit1", "E&xit", nullptr, [](Form1& f) { ExitProgram(f, false); }},
     {MenuEntry::Menu, "Edit", "&Edit", "Be&werk", nullptr},
-    {MenuEntry::Entry, "Editor1", "&Edit Database entry", "Bewerk Database gegevens", nullptr},
+    {MenuEntry::Entry, "Editor1", "&Edit Database entry", "Bewerk Database gegevens", OpenTagEditor},
     {MenuEntry::Entry, "Browse1", "&Browse", "&Blader", Browse},
     {MenuEntry::Entry, "Insert1", "&Insert", "&Invoegen", InsertChosenPath},
     {MenuEntry::Entry, "Copy1", "&Copy selected songs", "Copieer geselecteerde songs", nullptr},
@@ -141,7 +142,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "Special12", "Show and insert Mp3 encoding kb/s into Database", "Toon de mp3 codering in kb/s en berg op in de database", nullptr},
     {MenuEntry::Menu, "Tag0", "&ID3", "&ID3", nullptr},
     {MenuEntry::Entry, "Tag4", "&Edit/Add ID3-tag(s) ", "&Bewerk/Maak ID3-TAG(s)", nullptr},
-    {MenuEntry::Entry, "Tag1", "&Edit/Add single ID3-tag manually", "&Bewerk/Maak een ID3-TAG met de hand", nullptr},
+    {MenuEntry::Entry, "Tag1", "&Edit/Add single ID3-tag manually", "&Bewerk/Maak een ID3-TAG met de hand", OpenTagEditor},
     {MenuEntry::Entry, "Tag5", "&Make ID3-tag(s) using the File name", "&Maak ID3-TAG's aan m.b.v. de bestandsnamen", nullptr},
     {MenuEntry::Entry, "Tag8", "&Replace contents of ID3 tag(s)", "Vervang de inhoud van ID3 tag(s)", nullptr},
     {MenuEntry::Entry, "Tag6", "Replace ST&YLE in ID3-tag(s)", "&Vervang 'Style' aanduidingen in ID3-TAG(s)", nullptr},

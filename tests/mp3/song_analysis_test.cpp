@@ -89,10 +89,10 @@ TEST_F(SongAnalysisTest, APlaylistsPaddedCellsAndATagsZerosAreTakenAsTheNameAndT
 }
 
 TEST_F(SongAnalysisTest, TheEditorsAnalysisShowsTheRateAndEmptiesTheStoredOne) {
-    // The record reached is the one at the absolute position the row's
-    // record number gives: the second record for the first row.
+    // The record reached is the one the row's record number names, counted
+    // from 1: the second record for the first row here.
     OnRow(f().MFGrid1, 1);
-    f().MFGrid1.SetTextMatrix(1, 11, QStringLiteral("1"));
+    f().MFGrid1.SetTextMatrix(1, 11, QStringLiteral("2"));
     const EditorAnalysis e = AnalyseForEditor(f());
     EXPECT_EQ(e.encodingText, QStringLiteral(" 96 kb/s."));
     EXPECT_EQ(f().MFGrid1.TextMatrix(1, 10), e.encodingText);
