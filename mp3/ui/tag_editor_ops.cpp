@@ -24,7 +24,6 @@
 namespace zor {
 namespace {
 
-constexpr int kPathColumn = 6;
 constexpr int kLyricsColumn = 8;
 constexpr int kPictureColumn = 9;
 constexpr int kLyricsField = 7;
