@@ -167,7 +167,9 @@ Mp3Analysis ScanMp3File(FileSystem& fs, const QString& path, Mp3FrameInfo& info,
                 result.outcome = Mp3Outcome::NoFrame;
                 return result;
             }
-            for (qint64 i = 0; i < qint64(header.size()); ++i) header[size_t(i)] = ByteAt(file.Get(at + i, 1), 1);
+            // The four header bytes in one read; those past the end are zeros.
+            const QByteArray bytes = file.Get(at, qint64(header.size()));
+            for (qint64 i = 0; i < qint64(header.size()); ++i) header[size_t(i)] = ByteAt(bytes, i + 1);
         } catch (const RuntimeError&) {
         }
     } else {

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace zor {
@@ -202,9 +203,14 @@ void FileSystem::SetAttr(const QString& path, int attr) {
 }
 
 QString FileSystem::Key(const QString& path) {
-    const QFileInfo fi(path);
-    const QString canonical = fi.canonicalFilePath();
-    return canonical.isEmpty() ? fi.absoluteFilePath() : canonical;
+    // The file itself, not its name: another name of it (a link, "..", a
+    // second hard link) is the same file, as the Windows file system saw it.
+    // One stat, where resolving the name took one a path component, and every
+    // open of a song comes here.
+    struct stat st {};
+    if (::stat(QFile::encodeName(path).constData(), &st) == 0)
+        return QStringLiteral("%1:%2").arg(quint64(st.st_dev)).arg(quint64(st.st_ino));
+    return QFileInfo(path).absoluteFilePath();
 }
 
 QString FileSystem::HoldOpen(const QString& path) {
