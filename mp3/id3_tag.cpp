@@ -22,7 +22,7 @@ constexpr int kStyleAt = 127;
 
 template <int N>
 void Fill(FixedText<N>& field, const QByteArray& bytes, int offset, bool trim) {
-    const QString text = cp1252::Decode(bytes.mid(offset, N));
+    const QString text = cp1252::Decode(QByteArrayView(bytes).sliced(offset, N));
     field = trim ? vb::Trim(text) : text;
 }
 
@@ -40,10 +40,13 @@ const std::array<QString, kStyleCount>& Styles() {
 bool HasTagExtension(const QString& path) { return path.size() >= 4 && path[path.size() - 4] == u'.'; }
 
 Id3TagRecord DecodeId3Tag(const QByteArray& bytes) {
-    QByteArray b = bytes.left(kId3TagBytes);
-    b.append(kId3TagBytes - b.size(), '\0');
+    QByteArray b = bytes;
+    if (b.size() != kId3TagBytes) {
+        b.truncate(kId3TagBytes);
+        b.append(kId3TagBytes - b.size(), '\0');
+    }
     Id3TagRecord tag;
-    tag.Tag = cp1252::Decode(b.left(3));
+    tag.Tag = cp1252::Decode(QByteArrayView(b).first(3));
     const bool trim = tag.HasMarker();
     Fill(tag.Title, b, kTitleAt, trim);
     Fill(tag.Artist, b, kArtistAt, trim);
@@ -89,17 +92,14 @@ qint64 Id3TagPosition(qint64 length, bool hasMarker, Id3NewTag where) {
     return where == Id3NewTag::AtLastByte ? length : length + 1;
 }
 
-bool WriteId3Tag(FileSystem& fs, const QString& path, Id3TagRecord& tag, Id3NewTag where) {
-    // Opening a missing file would make an empty one, which no one asked for.
-    if (!fs.FileExists(path)) return false;
-    BinaryFile file(fs, path, BinaryFile::ReadWrite);
-    const qint64 length = file.Length();
-    if (length < kId3TagBytes) return false;
+namespace {
+
+// The record into an open file of `length` bytes, at its place. What the
+// place holds now is kept, so that a write cut short (a full disk) can be
+// undone: the song is left as it was, never with half a tag at its end.
+bool PutTag(BinaryFile& file, qint64 length, Id3TagRecord& tag, Id3NewTag where) {
     const qint64 position = Id3TagPosition(length, tag.HasMarker(), where);
     tag.Tag = QStringLiteral("TAG");
-    // What the tag's place holds now, so that a write cut short (a full
-    // disk) can be undone: the song is left as it was, never with half a
-    // tag at its end.
     QByteArray before;
     try {
         before = file.Get(position, kId3TagBytes);
@@ -113,6 +113,30 @@ bool WriteId3Tag(FileSystem& fs, const QString& path, Id3TagRecord& tag, Id3NewT
         return false;
     }
     return true;
+}
+
+}  // namespace
+
+bool WriteId3Tag(FileSystem& fs, const QString& path, Id3TagRecord& tag, Id3NewTag where) {
+    // Opening a missing file would make an empty one, which no one asked for.
+    if (!fs.FileExists(path)) return false;
+    BinaryFile file(fs, path, BinaryFile::ReadWrite);
+    const qint64 length = file.Length();
+    if (length < kId3TagBytes) return false;
+    return PutTag(file, length, tag, where);
+}
+
+bool ChangeId3Tag(FileSystem& fs, const QString& path, const std::function<void(Id3TagRecord&)>& change,
+                  Id3NewTag where) {
+    if (!fs.FileExists(path)) return false;
+    BinaryFile file(fs, path, BinaryFile::ReadWrite);
+    const qint64 length = file.Length();
+    if (length < kId3TagBytes) return false;
+    const QByteArray last = file.Get(length - 127, kId3TagBytes);
+    if (last.size() != kId3TagBytes) return false;
+    Id3TagRecord tag = DecodeId3Tag(last);
+    change(tag);
+    return PutTag(file, length, tag, where);
 }
 
 QString StyleName(int index) {

@@ -9,6 +9,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 #include <cstdint>
 
 namespace zor {
@@ -75,6 +77,14 @@ qint64 Id3TagPosition(qint64 length, bool hasMarker, Id3NewTag where);
 // made. False when nothing was written, a failed write included; a file that
 // can't be opened for writing raises its RuntimeError.
 bool WriteId3Tag(FileSystem& fs, const QString& path, Id3TagRecord& tag, Id3NewTag where);
+
+// The file's own record, as its last 128 bytes hold it, changed by `change`
+// and written back as WriteId3Tag writes it: a tag goes over a tag, and a
+// file without one loses its last byte to it. One open does it all. False,
+// with nothing written, when the file is missing or shorter than a tag, or
+// the write failed; a file that can't be opened raises its RuntimeError.
+bool ChangeId3Tag(FileSystem& fs, const QString& path, const std::function<void(Id3TagRecord&)>& change,
+                  Id3NewTag where);
 
 // The style table's entry for 0 to 80; Subscript out of range (9) otherwise.
 QString StyleName(int index);

@@ -29,7 +29,7 @@ char FromUnicode(char16_t u) {
 
 }  // namespace
 
-QString Decode(const QByteArray& bytes) {
+QString Decode(QByteArrayView bytes) {
     // Through raw pointers: indexing a QString checks for sharing each time,
     // and pages of the log and whole records go through here.
     QString out(bytes.size(), Qt::Uninitialized);

@@ -129,20 +129,20 @@ void RefusePlayingSong(Jukebox& j) {
 
 // The tag of the song from the fields. The marker is taken from the file as
 // it is now, not from the last read: a tag goes over a tag, and a file
-// without one loses only its last byte to it. Nothing is written when the
-// file can't be read.
+// without one loses only its last byte to it. A file shorter than a tag is
+// not written.
 void WriteTagFromFields(FileSystem& fs, const QString& path, const EditorFields& fields) {
-    // A file shorter than a tag comes whole, and is not written.
-    const QByteArray last = fs.ReadBytes(path, -kId3TagBytes, kId3TagBytes);
-    if (last.size() != kId3TagBytes) return;
-    Id3TagRecord tag = DecodeId3Tag(last);
-    tag.Title = fields.Title;
-    tag.Artist = fields.Artist;
-    tag.Album = fields.Album;
-    tag.Comment = fields.Comment;
-    tag.Year = fields.Year;
-    tag.Style = uint8_t(fields.Style);
-    WriteId3Tag(fs, path, tag, Id3NewTag::AtLastByte);
+    ChangeId3Tag(
+        fs, path,
+        [&](Id3TagRecord& tag) {
+            tag.Title = fields.Title;
+            tag.Artist = fields.Artist;
+            tag.Album = fields.Album;
+            tag.Comment = fields.Comment;
+            tag.Year = fields.Year;
+            tag.Style = uint8_t(fields.Style);
+        },
+        Id3NewTag::AtLastByte);
 }
 
 // The record of the row, when it still holds what the grid shows.

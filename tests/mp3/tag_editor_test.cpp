@@ -229,13 +229,12 @@ TEST_F(TagEditorTest, APlayingSongIsRefusedAndARowThatNoLongerMatchesItsRecordKe
     EXPECT_EQ(TestInstallation::ReadSongs(catalogue())[0][0], QStringLiteral("yesterday"));
 }
 
-TEST_F(TagEditorTest, FilesTooShortOrUnreadableKeepTheirBytesAndTheRecordStillTakesTheEdit) {
-    for (const QByteArray& bytes : {QByteArray(), QByteArray(127, 'x'), QByteArray("TAG").leftJustified(128, ' ')}) {
+TEST_F(TagEditorTest, FilesTooShortForATagKeepTheirBytesAndTheRecordStillTakesTheEdit) {
+    for (const QByteArray& bytes : {QByteArray(), QByteArray(127, 'x')}) {
         ASSERT_TRUE(WriteFileBytes(bare, bytes));
         Form11& w = Open(2);
         const QString artist = QStringLiteral("Band %1").arg(bytes.size());
         w.Text42->setText(artist);
-        if (bytes.size() == 128) h.inst.tp.files.FailOn(QStringLiteral("ReadBytes"), bare, 57);
         w.Command5->click();
         EXPECT_EQ(FileBytes(bare), bytes) << bytes.size();
         EXPECT_EQ(TestInstallation::ReadSongs(catalogue())[1][1], artist);
