@@ -52,4 +52,9 @@ void RemoveLeadIn(Form1& f, SongGrid& grid) {
     }
 }
 
+void RemoveLeadInFromMenu(Form1& f) {
+    RemoveLeadIn(f, f.MFGrid1);
+    f.MFGrid1.SetRedraw(true);
+}
+
 }  // namespace zor

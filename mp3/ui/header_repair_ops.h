@@ -14,4 +14,8 @@ class SongGrid;
 // never deleted. Never raises.
 void RemoveLeadIn(Form1& f, SongGrid& grid);
 
+// RemHead: the repair on MFGrid1's current row, after which the grid is
+// drawn again, as the play engine leaves it after a song's preparation.
+void RemoveLeadInFromMenu(Form1& f);
+
 }  // namespace zor

@@ -4,6 +4,7 @@
 #include "catalogue/ui/grid_ops.h"
 #include "catalogue/ui/import_ops.h"
 #include "mp3/ui/form10.h"
+#include "mp3/ui/header_repair_ops.h"
 #include "mp3/ui/form9.h"
 #include "mp3/ui/tag_editor_ops.h"
 #include "playback/ui/form24.h"
@@ -60,7 +61,7 @@ const MenuEntry kMenus[] = {
     {MenuEntry::Entry, "Mark1", "&Number selected records", "Mar&keer geselecteerde regels", NumberSelectedRows},
     {MenuEntry::Entry, "CleSel1", "&Clear selection numbers", "Wis selectie", ClearSelectionNumbers},
     {MenuEntry::Separator, nullptr, nullptr, nullptr, nullptr},
-    {MenuEntry::Entry, "RemHead", "&Remove non-standard mp3-header", "Verwijder niet-standaard header uit MP3-bestand", nullptr},
+    {MenuEntry::Entry, "RemHead", "&Remove non-standard mp3-header", "Verwijder niet-standaard header uit MP3-bestand", RemoveLeadInFromMenu},
     {MenuEntry::Entry, "Short1", "S&horten beginning or end of mp3 file", "In&korten van begin of eind van MP3-bestand", ShowTrimWindow},
     {MenuEntry::Menu, "Action", "&Action", "&Actie", nullptr},
     {MenuEntry::Entry, "ClearFill", "&Clear and Add songs", "&Wis en voeg song(s) toe", ClearFill},
